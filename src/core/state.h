@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+// The program's global state in one place: the settings record, the heading
+// lines, the wording, the record buffers and indexes, the clock readings of the
+// run. Every subsystem reads and writes it directly; tests reset it whole.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "core/film_record.h"
+#include "core/indexed_file.h"
+#include "core/settings.h"
+#include "documents/wording.h"
+#include "platform/platform.h"
+
+namespace tilo {
+
+struct State {
+  State();
+
+  SettingsRecord settings{};
+  HeadingLines heading{};
+  LanguageTable language{};
+
+  // The record last fetched; every lookup overwrites it.
+  FilmRecord film{};
+  // A second buffer for the bundle form, so picking a component keeps the bundle.
+  FilmRecord film_bundle{};
+  IndexedFile films;
+  IndexedFile members;
+  IndexedFile suppliers;
+
+  // The clock as last read by Timestamp or Datestamp.
+  LocalTime now{};
+  // stamp_text and date_text share one buffer: the last of the two calls wins.
+  char stamp_text[32]{};
+  char* date_text = stamp_text;
+  char pretty_date[64]{};
+
+  int start_weekday = 0, start_hour = 0, start_minute = 0;
+  int today_day = 0, today_month = 0, today_year = 0;
+  bool open_failed = false;
+  int previous_run_minute = 0, previous_run_hour = 0, previous_run_day = 0,
+      previous_run_month = 0, previous_run_year = 0;
+
+  // The reminder diary's work page, held for the whole run.
+  std::vector<uint8_t> reminder_page;
+
+  // 2 while the modeless cash form is up.
+  int tender_form_open = 0;
+};
+
+State& G();
+// Throws the state away and starts a fresh one (tests, and the start of a run).
+void ResetState();
+
+}  // namespace tilo

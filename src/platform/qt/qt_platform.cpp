@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+#include "platform/qt/qt_platform.h"
+
+#include <QApplication>
+#include <QDateTime>
+#include <QElapsedTimer>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QLocale>
+#include <QMessageBox>
+#include <QScreen>
+
+namespace tilo {
+namespace {
+
+QString Q(const std::string& s) { return QString::fromUtf8(s.data(), qsizetype(s.size())); }
+
+}  // namespace
+
+Answer QtPlatform::message(const std::string& text, const std::string& title, Buttons buttons) {
+  QMessageBox box(QApplication::activeWindow());
+  box.setObjectName("messageBox");
+  box.setWindowTitle(Q(title));
+  box.setText(Q(text));
+  switch (buttons) {
+    case Buttons::Ok: box.setStandardButtons(QMessageBox::Ok); break;
+    case Buttons::OkCancel: box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel); break;
+    case Buttons::YesNo: box.setStandardButtons(QMessageBox::Yes | QMessageBox::No); break;
+    case Buttons::YesNoCancel:
+      box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+      break;
+  }
+  switch (box.exec()) {
+    case QMessageBox::Cancel: return Answer::Cancel;
+    case QMessageBox::Yes: return Answer::Yes;
+    case QMessageBox::No: return Answer::No;
+    default: return Answer::Ok;
+  }
+}
+
+std::optional<std::string> QtPlatform::prompt(const std::string& text, const std::string& title,
+                                              const std::string& initial, bool hidden) {
+  bool ok = false;
+  QString reply = QInputDialog::getText(QApplication::activeWindow(), Q(title), Q(text),
+                                        hidden ? QLineEdit::Password : QLineEdit::Normal,
+                                        Q(initial), &ok);
+  if (!ok) return std::nullopt;
+  return reply.toStdString();
+}
+
+LocalTime QtPlatform::now() {
+  QDateTime t = QDateTime::currentDateTime();
+  QDate d = t.date();
+  QTime h = t.time();
+  return {d.year(), d.month(), d.dayOfWeek() % 7, d.day(), h.hour(), h.minute(), h.second()};
+}
+
+uint64_t QtPlatform::tick_count() {
+  static QElapsedTimer timer;
+  if (!timer.isValid()) timer.start();
+  return uint64_t(timer.elapsed());
+}
+
+// Seam: the wave sounds arrive with the sale screen.
+void QtPlatform::play_sound(int) {}
+
+DesktopSize QtPlatform::desktop() {
+  QScreen* screen = QGuiApplication::primaryScreen();
+  if (!screen) return {1024, 768};
+  QRect r = screen->geometry();
+  return {r.width(), r.height()};
+}
+
+std::string QtPlatform::currency_symbol() {
+  return QLocale::system().currencySymbol().toStdString();
+}
+
+std::string QtPlatform::short_date(int year, int month, int day) {
+  return QLocale::system().toString(QDate(year, month, day), "ddd d MMM yy").toStdString();
+}
+
+std::optional<std::string> QtPlatform::choose_file(const std::string& title, bool for_saving,
+                                                   const std::string& filter) {
+  QString path = for_saving
+                     ? QFileDialog::getSaveFileName(QApplication::activeWindow(), Q(title), {}, Q(filter))
+                     : QFileDialog::getOpenFileName(QApplication::activeWindow(), Q(title), {}, Q(filter));
+  if (path.isEmpty()) return std::nullopt;
+  return path.toStdString();
+}
+
+std::optional<std::string> QtPlatform::choose_folder(const std::string& title,
+                                                     const std::string& initial) {
+  QString path =
+      QFileDialog::getExistingDirectory(QApplication::activeWindow(), Q(title), Q(initial));
+  if (path.isEmpty()) return std::nullopt;
+  return path.toStdString();
+}
+
+}  // namespace tilo

@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+#include "platform/scripted_platform.h"
+
+#include <cstdio>
+
+namespace tilo {
+
+int Weekday(int year, int month, int day) {
+  // Sakamoto's method.
+  static const int t[] = {0, 3, 2, 5, 0, 3, 5, 1, 4, 6, 2, 4};
+  if (month < 3) year -= 1;
+  return (year + year / 4 - year / 100 + year / 400 + t[month - 1] + day) % 7;
+}
+
+ScriptedPlatform::ScriptedPlatform() { set_now(2026, 11, 22); }
+
+void ScriptedPlatform::set_now(int year, int month, int day, int hour, int minute) {
+  clock = {year, month, Weekday(year, month, day), day, hour, minute, 0};
+}
+
+LocalTime ScriptedPlatform::now() { return clock; }
+
+Answer ScriptedPlatform::message(const std::string& text, const std::string& title,
+                                 Buttons buttons) {
+  messages.push_back({text, title, buttons});
+  if (!answers.empty()) {
+    Answer a = answers.front();
+    answers.pop_front();
+    return a;
+  }
+  return buttons == Buttons::YesNo || buttons == Buttons::YesNoCancel ? Answer::Yes : Answer::Ok;
+}
+
+std::optional<std::string> ScriptedPlatform::prompt(const std::string& text,
+                                                    const std::string& title,
+                                                    const std::string&, bool) {
+  prompts_shown.push_back(title + ": " + text);
+  if (prompts.empty()) return std::nullopt;
+  auto reply = prompts.front();
+  prompts.pop_front();
+  return reply;
+}
+
+std::string ScriptedPlatform::short_date(int year, int month, int day) {
+  static const char* days[] = {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
+  static const char* months[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
+                                 "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+  char buf[32];
+  std::snprintf(buf, sizeof buf, "%s %d %s %02d", days[Weekday(year, month, day)], day,
+                months[month - 1], year % 100);
+  return buf;
+}
+
+std::optional<std::string> ScriptedPlatform::choose_file(const std::string&, bool,
+                                                         const std::string&) {
+  if (files.empty()) return std::nullopt;
+  auto f = files.front();
+  files.pop_front();
+  return f;
+}
+
+std::optional<std::string> ScriptedPlatform::choose_folder(const std::string&,
+                                                           const std::string&) {
+  return choose_file({}, false, {});
+}
+
+std::vector<std::string> ScriptedPlatform::shown() const {
+  std::vector<std::string> out;
+  for (const auto& m : messages) out.push_back(m.title + ": " + m.text);
+  return out;
+}
+
+}  // namespace tilo

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+// A platform whose answers are scripted and whose every message is recorded:
+// tests check the exact words and titles the operator would see, and a fixed
+// clock lets them start the program "on" any date.
+#pragma once
+
+#include <deque>
+#include <string>
+#include <vector>
+
+#include "platform/platform.h"
+
+namespace tilo {
+
+struct ShownMessage {
+  std::string text;
+  std::string title;
+  Buttons buttons;
+};
+
+class ScriptedPlatform : public Platform {
+ public:
+  ScriptedPlatform();
+
+  Answer message(const std::string& text, const std::string& title, Buttons buttons) override;
+  std::optional<std::string> prompt(const std::string& text, const std::string& title,
+                                    const std::string& initial, bool hidden) override;
+  LocalTime now() override;
+  uint64_t tick_count() override { return ticks += 16; }
+  void play_sound(int sound_id) override { sounds.push_back(sound_id); }
+  DesktopSize desktop() override { return desktop_size; }
+  std::string currency_symbol() override { return currency; }
+  std::string short_date(int year, int month, int day) override;
+  std::optional<std::string> choose_file(const std::string& title, bool for_saving,
+                                         const std::string& filter) override;
+  std::optional<std::string> choose_folder(const std::string& title,
+                                           const std::string& initial) override;
+
+  // Sets the clock; the weekday is worked out from the date.
+  void set_now(int year, int month, int day, int hour = 9, int minute = 30);
+  // Answers given to the next message boxes, in order; when none is queued a box
+  // gets OK (or Yes).
+  void queue_answer(Answer a) { answers.push_back(a); }
+  void queue_prompt(std::optional<std::string> reply) { prompts.push_back(std::move(reply)); }
+  void queue_file(std::optional<std::string> path) { files.push_back(std::move(path)); }
+
+  // The texts shown, "title: text" each, for compact assertions.
+  std::vector<std::string> shown() const;
+  void clear_record() {
+    messages.clear();
+    sounds.clear();
+  }
+
+  std::vector<ShownMessage> messages;
+  std::vector<std::string> prompts_shown;
+  std::vector<int> sounds;
+  std::deque<Answer> answers;
+  std::deque<std::optional<std::string>> prompts;
+  std::deque<std::optional<std::string>> files;
+  LocalTime clock;
+  DesktopSize desktop_size{1280, 1024};
+  std::string currency = "£";
+  uint64_t ticks = 1000;
+};
+
+// Day of the week (0 = Sunday) of a Gregorian date.
+int Weekday(int year, int month, int day);
+
+}  // namespace tilo

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+// A fresh working folder per test, a scripted platform, and a clean global state.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "platform/scripted_platform.h"
+
+namespace tilo {
+
+class ShopTest : public ::testing::Test {
+ protected:
+  void SetUp() override;
+  void TearDown() override;
+
+  // Writes the fresh data set (as the installer does) into the folder.
+  void MakeFreshShop();
+  // The bytes of a file in the working folder ("" when missing).
+  static std::string Bytes(const std::string& path);
+  static void WriteBytes(const std::string& path, const std::string& bytes);
+
+  ScriptedPlatform platform_;
+  std::string folder_;
+
+ private:
+  std::string previous_folder_;
+};
+
+}  // namespace tilo
