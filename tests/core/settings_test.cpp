@@ -80,11 +80,11 @@ TEST_F(SettingsTest, RoundTripKeepsEveryByteIncludingReserved) {
 }
 
 TEST_F(SettingsTest, ShortFileLeavesTheRestZero) {
-  std::string image(60, '\x11');
-  WriteBytes("wr.cfg", image);
+  WriteBytes("wr.cfg", std::string(60, '\x11'));
   std::memset(&G().settings, 0x7f, sizeof(SettingsRecord));
   ASSERT_TRUE(Opensettings());
-  EXPECT_EQ(G().settings.last_day, 0x11111111);
+  EXPECT_EQ(G().settings.receipt_printer_index, 0x11111111);  // within the 60 bytes
+  EXPECT_EQ(G().settings.last_day, 0);                        // beyond them
   EXPECT_EQ(G().settings.transaction_number, 0);
   EXPECT_EQ(G().settings.category_total_today[17], 0.0);
 }
