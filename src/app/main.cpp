@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: MIT
 // TILO: the till and its back office. It works in the current folder and reads
 // nothing from its command line.
+#include <sys/socket.h>
+#include <unistd.h>
 #include <QApplication>
 #include <QDir>
 #include <QLockFile>
+#include <QSocketNotifier>
 #include <QStandardPaths>
-#include <unistd.h>
+
+#include <csignal>
 
 #include "app/ui/main_window.h"
 #include "app/ui/splash.h"
@@ -23,6 +27,31 @@ QString InstanceLockPath() {
   return dir + QString("/TILO-%1.lock").arg(getuid());
 }
 
+// A shutdown of the machine (SIGTERM) or a closed terminal (SIGHUP) ends the run
+// as closing the window does, so the close-down still saves the day's totals.
+int signal_pipe[2] = {-1, -1};
+
+void OnSignal(int) {
+  char one = 1;
+  [[maybe_unused]] auto n = write(signal_pipe[0], &one, 1);
+}
+
+void QuitOnSignals(QApplication& app) {
+  if (socketpair(AF_UNIX, SOCK_STREAM, 0, signal_pipe) != 0) return;
+  auto* notifier = new QSocketNotifier(signal_pipe[1], QSocketNotifier::Read, &app);
+  QObject::connect(notifier, &QSocketNotifier::activated, &app, [&app] {
+    char buffer[16];
+    [[maybe_unused]] auto n = read(signal_pipe[1], buffer, sizeof buffer);
+    app.quit();
+  });
+  struct sigaction action {};
+  action.sa_handler = OnSignal;
+  sigemptyset(&action.sa_mask);
+  action.sa_flags = SA_RESTART;
+  sigaction(SIGTERM, &action, nullptr);
+  sigaction(SIGHUP, &action, nullptr);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -31,6 +60,7 @@ int main(int argc, char** argv) {
   instance.setStaleLockTime(0);
   if (!instance.tryLock(0)) return 0;
 
+  QuitOnSignals(app);
   tilo::QtPlatform qt_platform;
   tilo::install_platform(&qt_platform);
   if (!tilo::DesktopIsUsable(qt_platform.desktop())) return 0;

@@ -1,0 +1,183 @@
+"""Drives the real tilo binary under Xvfb: a temporary shop made by the
+installer, keystrokes through xdotool, screenshots through ImageMagick, and a
+clean close (SIGTERM ends the run through the normal close-down)."""
+
+import os
+import shutil
+import signal
+import struct
+import subprocess
+import sys
+import tempfile
+import time
+
+
+class Failure(Exception):
+    pass
+
+
+def check(condition, message):
+    if not condition:
+        raise Failure(message)
+
+
+def read_at(data, offset, fmt):
+    """One little-endian value of struct format `fmt` at `offset`."""
+    return struct.unpack_from("<" + fmt, data, offset)[0]
+
+
+def text_at(data, offset, width):
+    raw = data[offset:offset + width]
+    return raw.split(b"\0", 1)[0].decode("cp1252")
+
+
+class Session:
+    def __init__(self, tilo, newshop, demo=True, screen=(1280, 1024), shop=None):
+        self.tilo = os.path.abspath(tilo)
+        self.newshop = os.path.abspath(newshop)
+        self.screen = screen
+        self.tmp = tempfile.mkdtemp(prefix="tilo-e2e-")
+        self.shop = shop or os.path.join(self.tmp, "shop")
+        self.xvfb = None
+        self.app = None
+        self.display = None
+        if shop is None:
+            args = [self.newshop, self.shop] + (["--demo"] if demo else [])
+            subprocess.run(args, check=True, stdout=subprocess.DEVNULL)
+        self._start_xvfb()
+
+    # --- the X server -------------------------------------------------------
+    def _start_xvfb(self):
+        for n in range(91, 160):
+            if os.path.exists("/tmp/.X%d-lock" % n):
+                continue
+            display = ":%d" % n
+            proc = subprocess.Popen(
+                ["Xvfb", display, "-screen", "0", "%dx%dx24" % self.screen, "-nolisten", "tcp"],
+                stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+            for _ in range(50):
+                time.sleep(0.1)
+                if proc.poll() is not None:
+                    break
+                if subprocess.run(["xdotool", "getdisplaygeometry"], env=self._env(display),
+                                  stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL).returncode == 0:
+                    self.xvfb, self.display = proc, display
+                    return
+            proc.kill()
+        raise Failure("no display could be started")
+
+    def _env(self, display=None):
+        env = dict(os.environ)
+        env["DISPLAY"] = display or self.display
+        env.pop("QT_QPA_PLATFORM", None)
+        env.pop("WAYLAND_DISPLAY", None)
+        env["XDG_RUNTIME_DIR"] = self.tmp
+        return env
+
+    def xdotool(self, *args, check_rc=True):
+        r = subprocess.run(["xdotool"] + [str(a) for a in args], env=self._env(),
+                           capture_output=True, text=True)
+        if check_rc and r.returncode != 0:
+            raise Failure("xdotool %s failed: %s" % (" ".join(map(str, args)), r.stderr))
+        return r.stdout.strip()
+
+    # --- the program --------------------------------------------------------
+    def start(self):
+        self.log = open(os.path.join(self.tmp, "tilo.log"), "w")
+        self.app = subprocess.Popen([self.tilo], cwd=self.shop, env=self._env(),
+                                    stdout=self.log, stderr=subprocess.STDOUT)
+
+    def find_window(self, name, timeout=20.0):
+        """The id of a visible window whose title is exactly `name`."""
+        deadline = time.time() + timeout
+        while time.time() < deadline:
+            if self.app is not None and self.app.poll() is not None:
+                raise Failure("tilo ended (%s) while waiting for %r" % (self.app.returncode, name))
+            out = self.xdotool("search", "--onlyvisible", "--name", "^%s$" % name, check_rc=False)
+            if out:
+                return out.splitlines()[-1]
+            time.sleep(0.2)
+        raise Failure("no window %r within %.0f s" % (name, timeout))
+
+    def geometry(self, wid):
+        out = self.xdotool("getwindowgeometry", "--shell", wid)
+        values = dict(line.split("=", 1) for line in out.splitlines() if "=" in line)
+        return int(values["X"]), int(values["Y"]), int(values["WIDTH"]), int(values["HEIGHT"])
+
+    def focus(self, wid):
+        self.xdotool("windowfocus", "--sync", wid)
+
+    def type(self, wid, text):
+        self.focus(wid)
+        self.xdotool("type", "--delay", "40", text)
+
+    def key(self, wid, *keys):
+        self.focus(wid)
+        for k in keys:
+            self.xdotool("key", "--delay", "60", k)
+            time.sleep(0.1)
+
+    def answer(self, title, key="Return", timeout=20.0):
+        """Presses `key` in the message box titled `title`."""
+        wid = self.find_window(title, timeout)
+        time.sleep(0.3)
+        self.key(wid, key)
+        return wid
+
+    def screenshot(self, path):
+        subprocess.run(["import", "-window", "root", path], env=self._env(), check=True)
+
+    def close(self, timeout=20.0):
+        """Ends the run the way a shutdown does and waits for the close-down."""
+        if self.app is None:
+            return None
+        self.app.send_signal(signal.SIGTERM)
+        try:
+            rc = self.app.wait(timeout)
+        except subprocess.TimeoutExpired:
+            self.app.kill()
+            raise Failure("tilo did not close within %.0f s" % timeout)
+        self.app = None
+        return rc
+
+    def file(self, name):
+        with open(os.path.join(self.shop, name), "rb") as f:
+            return f.read()
+
+    def exists(self, name):
+        return os.path.exists(os.path.join(self.shop, name))
+
+    def finish(self):
+        if self.app is not None:
+            self.app.kill()
+            self.app.wait()
+        if self.xvfb is not None:
+            self.xvfb.kill()
+            self.xvfb.wait()
+        shutil.rmtree(self.tmp, ignore_errors=True)
+
+
+def main(test):
+    """Runs test(session_factory) and reports in the plain closing form."""
+    tilo, newshop = sys.argv[1], sys.argv[2]
+    sessions = []
+
+    def factory(**kwargs):
+        s = Session(tilo, newshop, **kwargs)
+        sessions.append(s)
+        return s
+
+    try:
+        test(factory)
+    except Failure as e:
+        print("FAILED:", e)
+        for s in sessions:
+            log = os.path.join(s.tmp, "tilo.log")
+            if os.path.exists(log):
+                print("--- tilo output ---\n" + open(log).read())
+        print("0 passed, 1 failed")
+        sys.exit(1)
+    finally:
+        for s in sessions:
+            s.finish()
+    print("1 passed, 0 failed")
