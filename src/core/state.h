@@ -6,11 +6,13 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "core/film_record.h"
 #include "core/indexed_file.h"
 #include "core/settings.h"
+#include "documents/print_target.h"
 #include "documents/wording.h"
 #include "platform/platform.h"
 
@@ -49,6 +51,10 @@ struct State {
 
   // 2 while the modeless cash form is up.
   int tender_form_open = 0;
+
+  // The one print job, and the listing font (absent: the printer's own font).
+  PrintJob print_job;
+  std::optional<FontDescription> list_font;
 };
 
 State& G();

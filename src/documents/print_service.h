@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+// The machine's printers as the print shell sees them: the default printer, the
+// printer dialog, a printer by name, and the boxes shown while a job runs. The
+// program installs the desktop's service; tests install a recording one. Until
+// one is installed there is no printer at all.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "documents/print_target.h"
+
+namespace tilo {
+
+class PrintService {
+ public:
+  virtual ~PrintService() = default;
+
+  // The default printer, without a dialog; nullptr when none is installed.
+  virtual std::unique_ptr<PrintTarget> default_printer() = 0;
+  // The printer dialog, offering no page selection and no printing to file.
+  // nullptr when cancelled; otherwise `copies` holds the count chosen.
+  virtual std::unique_ptr<PrintTarget> printer_dialog(int32_t& copies) = 0;
+  // The printer of that device name, without a dialog; nullptr when unknown.
+  virtual std::unique_ptr<PrintTarget> named_printer(const std::string& device_name) = 0;
+
+  // The abort box of a paged job, shown while the main window is disabled. Its
+  // "Cancel" sets the job's `aborted`, enables the main window and closes the box.
+  virtual void open_abort_box() {}
+  // Enables the main window and closes the box (when it is still there).
+  virtual void close_abort_box() {}
+  // Hands on the user-interface events that are waiting, the abort box's among them.
+  virtual void pump_messages() {}
+  // The "Please wait.." box of a listing that scans a whole file first.
+  virtual void show_wait_box(bool shown) { (void)shown; }
+};
+
+PrintService& print_service();
+// nullptr puts back the service that knows no printer.
+void install_print_service(PrintService* service);
+
+}  // namespace tilo
