@@ -53,17 +53,6 @@ constexpr SizeCheck kMansCheck{"mans.dat", kMansRecordSize,
                                "Data file mans.dat no data in Opendata.",
                                "Data file mans.dat corrupt in Opendata."};
 
-// A supplier file of an earlier release is 66 bytes: it becomes one deleted record.
-bool UpgradeOldSupplierFile() {
-  auto size = FileSize(kMansCheck.path);
-  if (!size || *size != 66) return true;
-  std::string record(kMansRecordSize, '\0');
-  const int64_t minus_one = -1;
-  std::memcpy(record.data(), &minus_one, sizeof minus_one);
-  if (!ReplaceFile(kMansCheck.path, record)) Message("Data file: member.dat, not present.", kFatal);
-  return true;
-}
-
 void LoadHeadingLines() {
   if (!ReadHeadingLines(G().heading)) DefaultHeadingLines(G().heading);
 }
@@ -108,21 +97,6 @@ bool FirstRun() {
     return false;
   }
   return true;
-}
-
-int PreviousMonthDays() {
-  const State& g = G();
-  int month = g.today_month == 1 ? 12 : g.today_month - 1;
-  int year = g.today_month == 1 ? g.today_year - 1 : g.today_year;
-  return DaysInMonth(month, year);
-}
-
-std::string StampedEntry(const char* what) {
-  const char* t = G().stamp_text;
-  char line[128];
-  std::snprintf(line, sizeof line, "\r\n%c%c:%c%c %s  %s\r\n", t[0], t[1], t[3], t[4], t + 5,
-                what);
-  return line;
 }
 
 }  // namespace
@@ -171,8 +145,8 @@ int Opendata() {
   if (!Limitlog()) return Message("Unable to manipulate log.", kPermissions), 0;
   std::srand(unsigned(platform().tick_count()));
   std::srand(unsigned(platform().tick_count()));
-  days_in_previous_month = PreviousMonthDays();
-  if (s.last_day != g.today_day && thenextday() == 0) return 0;
+  days_in_previous_month = PreviousMonthDays(g.today_month, g.today_year);
+  if (s.last_day != g.today_day && thenextday(days_in_previous_month) == 0) return 0;
   return 1;
 }
 
@@ -212,8 +186,8 @@ bool OpenStore() {
   Makelogdirs();
   if (s.start_category == 0) s.start_category = s.current_category + 1;
   s.current_category = s.start_category - 1;
-  int today = ReadTodaysReminders();
-  if (today > 0) Message("For today: " + std::to_string(today), "Reminders");
+  const int today = ReadTodaysReminders();
+  if (today != 0) Message("For today: " + std::to_string(today), "Reminders");
   return true;
 }
 

@@ -9,9 +9,11 @@
 #include <optional>
 #include <vector>
 
+#include "core/customer_file.h"
 #include "core/film_record.h"
 #include "core/indexed_file.h"
 #include "core/settings.h"
+#include "core/supplier_file.h"
 #include "documents/print_target.h"
 #include "documents/wording.h"
 #include "platform/platform.h"
@@ -29,6 +31,12 @@ struct State {
   FilmRecord film{};
   // A second buffer for the bundle form, so picking a component keeps the bundle.
   FilmRecord film_bundle{};
+  // The customer last fetched, and the record as it stood before an amend (for
+  // the audit text in the activity log).
+  MemberRecord member{};
+  MemberRecord member_before{};
+  // The supplier last fetched.
+  MansRecord supplier{};
   IndexedFile films;
   IndexedFile members;
   IndexedFile suppliers;

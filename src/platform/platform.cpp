@@ -63,6 +63,22 @@ Platform* current = &headless;
 
 }  // namespace
 
+std::string Platform::long_date(int year, int month, int day) {
+  static const char* days[] = {"Sunday",   "Monday", "Tuesday", "Wednesday",
+                               "Thursday", "Friday", "Saturday"};
+  static const char* months[] = {"January",   "February", "March",    "April",
+                                 "May",       "June",     "July",     "August",
+                                 "September", "October",  "November", "December"};
+  if (month < 1 || month > 12) return {};
+  // Sakamoto's rule for the day of the week of a Gregorian date.
+  static const int offsets[] = {0, 3, 2, 5, 0, 3, 5, 1, 4, 6, 2, 4};
+  int y = month < 3 ? year - 1 : year;
+  int weekday = (y + y / 4 - y / 100 + y / 400 + offsets[month - 1] + day) % 7;
+  char buf[64];
+  std::snprintf(buf, sizeof buf, "%s %s %d %d", days[weekday], months[month - 1], day, year);
+  return buf;
+}
+
 Platform& platform() { return *current; }
 void install_platform(Platform* p) { current = p ? p : &headless; }
 

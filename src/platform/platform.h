@@ -51,6 +51,9 @@ class Platform {
   virtual std::string currency_symbol() = 0;
   // A date in the locale's "ddd d MMM yy" picture, as UTF-8.
   virtual std::string short_date(int year, int month, int day) = 0;
+  // A date in the locale's long "dddd MMMM d yyyy" picture, as UTF-8. The
+  // default gives the English names.
+  virtual std::string long_date(int year, int month, int day);
   // A file chooser; nullopt when cancelled.
   virtual std::optional<std::string> choose_file(const std::string& title, bool for_saving,
                                                  const std::string& filter = {}) = 0;

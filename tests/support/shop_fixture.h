@@ -17,10 +17,13 @@ class ShopTest : public ::testing::Test {
 
   // Writes the fresh data set (as the installer does) into the folder.
   void MakeFreshShop();
+
+ public:
   // The bytes of a file in the working folder ("" when missing).
   static std::string Bytes(const std::string& path);
   static void WriteBytes(const std::string& path, const std::string& bytes);
 
+ protected:
   ScriptedPlatform platform_;
   std::string folder_;
 

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+#include "app/ui/main_window.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QLineEdit>
+
+#include "core/state.h"
+#include "support/shop_fixture.h"
+
+namespace tilo {
+namespace {
+
+using MainWindowTest = ShopTest;
+
+TEST_F(MainWindowTest, OpensTheStoreAndFocusesTheItemBoxAtTheSizeOfTheScreenRule) {
+  MakeFreshShop();
+  MainWindow large({1280, 1024});
+  ASSERT_TRUE(large.opened());
+  EXPECT_EQ(large.windowTitle(), "TILO Retail");
+  EXPECT_EQ(large.size(), QSize(1024, 746));
+  EXPECT_FALSE(large.windowFlags() & Qt::WindowMaximizeButtonHint);
+  large.afterSplash();
+  QApplication::processEvents();
+  EXPECT_TRUE(large.isVisible());
+  EXPECT_EQ(QApplication::focusWidget(), large.itemBox());
+  large.close();
+
+  // A short desktop: the large window is moved to the top, centred.
+  MainWindow wide({1280, 768}, false);
+  wide.afterSplash();
+  EXPECT_EQ(wide.pos(), QPoint(128, 2));
+  EXPECT_EQ(wide.size(), QSize(1024, 746));
+  wide.close();
+
+  MainWindow small({900, 500}, false);
+  small.afterSplash();
+  EXPECT_EQ(small.size(), QSize(800, 600));
+  EXPECT_EQ(small.pos(), QPoint(0, 0));
+  small.close();
+}
+
+TEST_F(MainWindowTest, AFailedOpeningLeavesTheWindowUnopened) {
+  MainWindow window({1280, 1024});  // an empty folder: no film.dat
+  EXPECT_FALSE(window.opened());
+  EXPECT_TRUE(G().open_failed);
+  EXPECT_EQ(platform_.shown(),
+            std::vector<std::string>{"Fatal error: Unable to open film.dat in Opendata"});
+}
+
+}  // namespace
+}  // namespace tilo

@@ -1,0 +1,440 @@
+// SPDX-License-Identifier: MIT
+#include "core/rollover.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <cstddef>
+#include <cstring>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "core/reminders.h"
+#include "core/startup.h"
+#include "core/state.h"
+#include "core/text.h"
+#include "platform/files.h"
+#include "support/shop_fixture.h"
+
+namespace tilo {
+namespace {
+
+// ---------------------------------------------------------------------------
+// A plain reading of the rollover, step by step, over the bytes of wr.cfg at
+// the offsets of its layout table. The program's rollover must agree with it
+// byte for byte.
+
+template <typename T>
+T Get(const std::string& b, size_t at) {
+  T v;
+  std::memcpy(&v, b.data() + at, sizeof v);
+  return v;
+}
+template <typename T>
+void Put(std::string& b, size_t at, T v) {
+  std::memcpy(b.data() + at, &v, sizeof v);
+}
+void Zero(std::string& b, size_t at, size_t n) {
+  std::memset(b.data() + at, 0, n);
+}
+
+size_t Takings(int k) {
+  return 7946 + 8 * size_t(k);
+}
+size_t Category(int c, int d) {
+  return 3338 + 256 * size_t(c) + 8 * size_t(d);
+}
+
+int ReferenceDaysPassed(int last_day, int today_day, int previous_month_days) {
+  int n = 0;
+  do {
+    ++n;
+    ++last_day;
+    if (last_day > previous_month_days && last_day > today_day) last_day = 1;
+  } while (last_day != today_day);
+  return n;
+}
+
+// Everything but the date check and the diary; returns n.
+int ReferenceRollover(std::string& b, int today_day, int today_month, int previous_month_days) {
+  Put<int64_t>(b, 880, Get<int64_t>(b, 320));  // yesterday_transactions
+  Put<int64_t>(b, 888, Get<int64_t>(b, 160));  // yesterday_items
+  Zero(b, 160, 8);                             // today_items
+  Zero(b, 320, 8);                             // today_transactions
+  Zero(b, 960, 8);                             // new_customers_today
+  Zero(b, 40958, 8);                           // petty_cash_today
+  Zero(b, 40974, 8);                           // cashback_today
+  Zero(b, 800, 40);                            // category_units_day_a
+  Zero(b, 640, 40);                            // category_units_day_b
+  Zero(b, 720, 40);                            // spare_units_day
+  if (today_month != Get<int32_t>(b, 492)) {   // last_used_month
+    Zero(b, 840, 40);
+    Zero(b, 680, 40);
+    Zero(b, 760, 40);
+  }
+  Zero(b, 1374, 8);             // spare_daily
+  Zero(b, 3030, 11 * 4 + 268);  // the counts and spare_counts
+
+  int32_t last_day = Get<int32_t>(b, 76);
+  const int n = ReferenceDaysPassed(last_day, today_day, previous_month_days);
+  Put<int32_t>(b, 76, today_day);
+
+  const size_t till_takings = 41750, previous_takings = 41758;
+  Put<double>(b, previous_takings, 0);
+  if (n == 1) {
+    Put<double>(b, previous_takings, Get<double>(b, till_takings));
+  } else {
+    Zero(b, 880, 16);
+  }
+  if (n < 32) {
+    for (int k = 401 - n; k >= 1; --k) Put<double>(b, Takings(k + n), Get<double>(b, Takings(k)));
+    for (int c = 0; c < 18; ++c)
+      for (int k = 32 - n; k >= 1; --k)
+        Put<double>(b, Category(c, k + n), Get<double>(b, Category(c, k)));
+    Put<double>(b, Takings(n), Get<double>(b, till_takings));
+    for (int c = 0; c < 18; ++c) Put<double>(b, Category(c, n), Get<double>(b, 42070 + 8 * c));
+    if (n >= 2) {
+      for (int k = 1; k <= n - 1; ++k) {
+        Put<double>(b, Takings(k), 0);
+        for (int c = 0; c < 18; ++c) Put<double>(b, Category(c, k), 0);
+      }
+    }
+  }
+  Zero(b, till_takings, 8);
+  Zero(b, 41766, 18 * 8);  // sales_non_taxable .. balance_ch, in layout order
+  Zero(b, 41926, 8);       // cost_of_sales
+  Zero(b, 42070, 20 * 8);  // category_total_today and two words behind it
+  return n;
+}
+
+std::string RecordBytes(const SettingsRecord& s) {
+  return std::string(reinterpret_cast<const char*>(&s), sizeof s);
+}
+
+// The rollover's work on the settings as thenextday does it, without the box.
+int ProgramRollover(SettingsRecord& s, int today_day, int today_month, int previous_month_days) {
+  ClearDayCounters(s, today_month);
+  const int n = DaysPassed(s.last_day, today_day, previous_month_days);
+  s.last_day = today_day;
+  CloseDays(s, n);
+  return n;
+}
+
+TEST(RolloverModel, OffsetsOfTheModelAreThoseOfTheRecord) {
+  // The reference works from the layout table; tie a few of its numbers down.
+  EXPECT_EQ(offsetof(SettingsRecord, petty_cash_today), 40958u);
+  EXPECT_EQ(offsetof(SettingsRecord, cashback_today), 40974u);
+  EXPECT_EQ(offsetof(SettingsRecord, count_cash_sales), 3030u);
+  EXPECT_EQ(offsetof(SettingsRecord, till_takings), 41750u);
+  EXPECT_EQ(offsetof(SettingsRecord, sales_non_taxable), 41766u);
+  EXPECT_EQ(offsetof(SettingsRecord, balance_ch), 41766u + 17 * 8);
+  EXPECT_EQ(offsetof(SettingsRecord, cost_of_sales), 41926u);
+  EXPECT_EQ(offsetof(SettingsRecord, category_total_today), 42070u);
+}
+
+TEST(RolloverModel, DaysPassedAgreesWithTheDayByDayWalk) {
+  for (int month_days : {28, 29, 30, 31})
+    for (int last = -3; last <= 40; ++last)
+      for (int today = 1; today <= 31; ++today) {
+        if (last == today) continue;
+        ASSERT_EQ(DaysPassed(last, today, month_days), ReferenceDaysPassed(last, today, month_days))
+            << last << " -> " << today << " after a month of " << month_days;
+      }
+  EXPECT_EQ(DaysPassed(20, 23, 30), 3);
+  EXPECT_EQ(DaysPassed(30, 1, 30), 1);
+  EXPECT_EQ(DaysPassed(28, 1, 29), 2);
+  // Only days of the month count: a clock put back a day counts as nearly a month.
+  EXPECT_EQ(DaysPassed(15, 14, 30), 29);
+}
+
+TEST(RolloverModel, PreviousMonthLength) {
+  EXPECT_EQ(PreviousMonthDays(1, 2025), 31);  // December before January
+  EXPECT_EQ(PreviousMonthDays(3, 2024), 29);
+  EXPECT_EQ(PreviousMonthDays(3, 2025), 28);
+  EXPECT_EQ(PreviousMonthDays(3, 2100), 29);  // no century rule
+  EXPECT_EQ(PreviousMonthDays(5, 2025), 30);
+}
+
+// Random records (every byte random, the money fields finite), random gaps:
+// the program and the plain reading agree on every byte.
+TEST(RolloverModel, MatchesThePlainReadingForRandomGapsAndTotals) {
+  std::mt19937_64 rng(20260522);
+  std::uniform_real_distribution<double> money(-5000, 50000);
+  for (int trial = 0; trial < 400; ++trial) {
+    std::string bytes(sizeof(SettingsRecord), '\0');
+    for (char& c : bytes) c = char(rng());
+    for (size_t at = Category(0, 1); at < Takings(402); at += 8) Put<double>(bytes, at, money(rng));
+    for (size_t at = 41750; at < 41934; at += 8) Put<double>(bytes, at, money(rng));
+    for (size_t at = 42070; at < 42070 + 160; at += 8) Put<double>(bytes, at, money(rng));
+    const int today_day = int(rng() % 31) + 1;
+    const int today_month = int(rng() % 12) + 1;
+    const int month_days = 28 + int(rng() % 4);
+    int last_day = int(rng() % 31) + 1;
+    if (last_day == today_day) last_day = today_day % 31 + 1;
+    Put<int32_t>(bytes, 76, last_day);
+    if (trial % 2) Put<int32_t>(bytes, 492, today_month);
+
+    SettingsRecord s;
+    std::memcpy(&s, bytes.data(), sizeof s);
+    const int n = ProgramRollover(s, today_day, today_month, month_days);
+    std::string expected = bytes;
+    ASSERT_EQ(n, ReferenceRollover(expected, today_day, today_month, month_days));
+    const std::string actual = RecordBytes(s);
+    if (actual != expected) {
+      size_t i = 0;
+      while (actual[i] == expected[i]) ++i;
+      FAIL() << "trial " << trial << ": first difference at byte " << i << " (n " << n << ")";
+    }
+  }
+}
+
+// The histories slot by slot for the gaps that matter.
+TEST(RolloverModel, HistoriesShiftSlotBySlot) {
+  for (int n : {1, 2, 3, 27, 28, 31, 32, 33}) {
+    SCOPED_TRACE("gap " + std::to_string(n));
+    SettingsRecord s{};
+    for (int k = 1; k <= 401; ++k) s.takings_history[k] = 1000 + k;
+    for (int c = 0; c < 18; ++c)
+      for (int d = 1; d <= 31; ++d) SetCategoryHistory(s, c, d, 100 * c + d);
+    s.till_takings = 77.5;
+    for (int c = 0; c < 18; ++c) s.category_total_today[c] = 0.25 + c;
+    CloseDays(s, n);
+
+    if (n >= 32) {
+      // Nothing moves, and the day's figures are lost.
+      EXPECT_EQ(s.takings_history[1], 1001);
+      EXPECT_EQ(s.takings_history[401], 1401);
+      EXPECT_EQ(CategoryHistory(s, 5, 31), 531);
+    } else {
+      for (int k = 1; k < n; ++k) EXPECT_EQ(s.takings_history[k], 0) << k;
+      EXPECT_EQ(s.takings_history[n], 77.5);
+      for (int k = n + 1; k <= 401; ++k) ASSERT_EQ(s.takings_history[k], 1000 + k - n) << k;
+      for (int c = 0; c < 18; ++c) {
+        for (int d = 1; d < n; ++d) EXPECT_EQ(CategoryHistory(s, c, d), 0);
+        EXPECT_EQ(CategoryHistory(s, c, n), 0.25 + c);
+        for (int d = n + 1; d <= 31; ++d) ASSERT_EQ(CategoryHistory(s, c, d), 100 * c + d - n);
+      }
+    }
+    EXPECT_EQ(s.till_takings, 0);
+    for (int c = 0; c < 18; ++c) EXPECT_EQ(s.category_total_today[c], 0);
+  }
+}
+
+// ---------------------------------------------------------------------------
+// The rollover inside a real start, on a shop last used on a given date.
+
+class RolloverTest : public ShopTest {
+ protected:
+  // A shop whose settings say it was last used on `day`/`month`/`year`, with
+  // some trade on that day.
+  void ShopLastUsed(int year, int month, int day) {
+    MakeFreshShop();
+    ASSERT_TRUE(Opensettings());
+    SettingsRecord& s = G().settings;
+    s.last_day = day;
+    s.last_used_day = day;
+    s.last_used_month = month;
+    s.last_used_year = year;
+    s.last_used_hour = 18;
+    s.history_from_year = s.first_year = year;
+    s.today_transactions = 12;
+    s.today_items = 30;
+    s.till_takings = 250.75;
+    s.takings_history[1] = 111;
+    s.category_units_month_a[3] = 9;
+    s.category_total_today[2] = 40.5;
+    ASSERT_TRUE(Savesettings());
+    ASSERT_TRUE(CreateBlankReminderFile());
+    ResetState();
+  }
+
+  void StartOn(int year, int month, int day) {
+    platform_.set_now(year, month, day, 8, 30);
+    platform_.clear_record();
+    started_ = OpenStore();
+  }
+
+  std::vector<std::string> DateBoxes() const {
+    std::vector<std::string> boxes;
+    for (const auto& m : platform_.messages)
+      if (m.title.rfind("If system date ", 0) == 0) boxes.push_back(m.title + " | " + m.text);
+    return boxes;
+  }
+
+  bool started_ = false;
+};
+
+TEST_F(RolloverTest, EndOfMonthIntoTheFirstIsOneDayWithoutAWarning) {
+  ShopLastUsed(2025, 4, 30);
+  StartOn(2025, 5, 1);
+  ASSERT_TRUE(started_);
+  EXPECT_TRUE(DateBoxes().empty());
+  const SettingsRecord& s = G().settings;
+  EXPECT_EQ(s.last_day, 1);
+  EXPECT_EQ(s.yesterday_transactions, 12);  // n is 1: kept
+  EXPECT_EQ(s.yesterday_items, 30);
+  EXPECT_EQ(s.previous_takings, 250.75);
+  EXPECT_EQ(s.takings_history[1], 250.75);
+  EXPECT_EQ(s.takings_history[2], 111);
+  EXPECT_EQ(CategoryHistory(s, 2, 1), 40.5);
+  EXPECT_EQ(s.category_units_month_a[3], 0);  // a new month
+  EXPECT_EQ(s.till_takings, 0);
+}
+
+TEST_F(RolloverTest, LeapDayMissedGivesTheWarningAndCountsTwoDays) {
+  ShopLastUsed(2024, 2, 28);
+  StartOn(2024, 3, 1);
+  ASSERT_TRUE(started_);
+  EXPECT_EQ(DateBoxes(),
+            std::vector<std::string>{"If system date Fri 1 Mar 24 is correct select OK | "
+                                     "Warning: Usage gap from Wed 28 Feb 24"});
+  EXPECT_EQ(platform_.messages.front().buttons, Buttons::OkCancel);
+  const SettingsRecord& s = G().settings;
+  EXPECT_EQ(s.yesterday_transactions, 0);  // n is 2
+  EXPECT_EQ(s.previous_takings, 0);
+  EXPECT_EQ(s.takings_history[1], 0);
+  EXPECT_EQ(s.takings_history[2], 250.75);
+  EXPECT_EQ(s.takings_history[3], 111);
+}
+
+TEST_F(RolloverTest, AGapInsideTheMonthWarnsAndLeavesEmptyDays) {
+  ShopLastUsed(2025, 6, 20);
+  StartOn(2025, 6, 23);
+  ASSERT_TRUE(started_);
+  ASSERT_EQ(DateBoxes().size(), 1u);
+  const SettingsRecord& s = G().settings;
+  EXPECT_EQ(s.takings_history[1], 0);
+  EXPECT_EQ(s.takings_history[2], 0);
+  EXPECT_EQ(s.takings_history[3], 250.75);
+  EXPECT_EQ(s.category_units_month_a[3], 9);  // same month: kept
+  EXPECT_EQ(s.last_used_day, 23);             // renewed right after the rollover
+}
+
+TEST_F(RolloverTest, TheSameDayOfALaterMonthChangesNothing) {
+  ShopLastUsed(2025, 6, 20);
+  StartOn(2025, 7, 20);
+  ASSERT_TRUE(started_);
+  EXPECT_TRUE(DateBoxes().empty());
+  EXPECT_EQ(G().settings.till_takings, 250.75);
+  EXPECT_EQ(G().settings.today_transactions, 12);
+}
+
+TEST_F(RolloverTest, AnUnreadableDateIsShownAsNumbers) {
+  ShopLastUsed(2025, 6, 20);
+  ASSERT_TRUE(Opensettings());
+  G().settings.last_used_year = 0;  // no date Shortdate can read
+  ASSERT_TRUE(Savesettings());
+  ResetState();
+  StartOn(2025, 6, 23);
+  EXPECT_EQ(DateBoxes(),
+            std::vector<std::string>{"If system date Mon 23 Jun 25 is correct select OK | "
+                                     "Warning: Usage gap from 20/6/0"});
+}
+
+TEST_F(RolloverTest, CancelAtTheDateBoxLeavesEveryFileAsItWas) {
+  ShopLastUsed(2025, 6, 20);
+  std::string diary = Bytes("resn.dat");
+  int32_t three = 3;
+  std::memcpy(diary.data() + 5 * 12932 + 804, &three, 4);
+  WriteBytes("resn.dat", diary);
+  const std::string cfg = Bytes("wr.cfg");
+  const std::string log = Bytes("bun4.dat");
+  platform_.queue_answer(Answer::Cancel);
+  StartOn(2025, 6, 25);
+  EXPECT_FALSE(started_);
+  EXPECT_TRUE(G().open_failed);
+  Closedown();
+  EXPECT_EQ(Bytes("wr.cfg"), cfg);
+  EXPECT_EQ(Bytes("resn.dat"), diary);
+  EXPECT_EQ(Bytes("bun4.dat"), log);
+  EXPECT_EQ(Bytes("bun4.dat").find("Switched on."), std::string::npos);
+  EXPECT_FALSE(FileExists("2025/6/25/base.dat"));
+
+  // The same question comes at the next start, and OK goes on.
+  ResetState();
+  StartOn(2025, 6, 25);
+  EXPECT_TRUE(started_);
+  EXPECT_EQ(DateBoxes().size(), 1u);
+  EXPECT_EQ(platform_.shown().back(), "Reminders: For today: 3");
+}
+
+// ---------------------------------------------------------------------------
+// The reminder diary moves with the days.
+
+std::string PageWith(int32_t day, const char* customer) {
+  ResnRecord page = BlankReminderPage(day);
+  page.used[0] = 2;
+  page.count = 1;
+  SetField(page.customer[0], customer);
+  SetField(page.item[0], "ITEM");
+  return std::string(reinterpret_cast<const char*>(&page), sizeof page);
+}
+
+ResnRecord PageAt(const std::string& diary, int p) {
+  ResnRecord page;
+  std::memcpy(&page, diary.data() + size_t(p) * sizeof page, sizeof page);
+  return page;
+}
+
+std::string PageBytes(const ResnRecord& page) {
+  return std::string(reinterpret_cast<const char*>(&page), sizeof page);
+}
+
+class DiaryTest : public ShopTest {
+ protected:
+  void SetUp() override {
+    ShopTest::SetUp();
+    WriteDiary();
+  }
+  // Every page holds one reminder naming its own day.
+  static void WriteDiary() {
+    std::string diary;
+    for (int p = 0; p < kReminderPages; ++p)
+      diary += PageWith(p, ("DAY " + std::to_string(p)).c_str());
+    WriteBytes("resn.dat", diary);
+  }
+};
+
+TEST_F(DiaryTest, PagesMoveForwardByTheGap) {
+  for (int n : {1, 5, 27}) {
+    SCOPED_TRACE("gap " + std::to_string(n));
+    WriteDiary();
+    ASSERT_TRUE(RollReminderDiary(n));
+    const std::string diary = Bytes("resn.dat");
+    ASSERT_EQ(diary.size(), 30u * 12932u);
+    for (int p = 0; p < kReminderPages; ++p) {
+      const ResnRecord page = PageAt(diary, p);
+      EXPECT_EQ(page.day, p);
+      if (p + n <= 27) {
+        EXPECT_EQ(FieldText(page.customer[0]), "DAY " + std::to_string(p + n)) << p;
+        EXPECT_EQ(page.count, 1);
+      } else {
+        // Pages 28 and 29 are never carried; the rest behind the moved ones are blank.
+        EXPECT_EQ(PageBytes(page), PageBytes(BlankReminderPage(p))) << p;
+      }
+    }
+  }
+}
+
+TEST_F(DiaryTest, FromTwentyEightDaysTheDiaryIsMadeAnew) {
+  ASSERT_TRUE(RollReminderDiary(28));
+  const std::string diary = Bytes("resn.dat");
+  ASSERT_EQ(diary.size(), 30u * 12932u);
+  for (int p = 0; p < kReminderPages; ++p) {
+    EXPECT_EQ(PageAt(diary, p).day, p);
+    EXPECT_EQ(PageAt(diary, p).count, 0);
+  }
+}
+
+TEST_F(DiaryTest, ADiaryThatCannotBeMadeStopsTheStart) {
+  std::remove("resn.dat");
+  ASSERT_EQ(mkdir("resn.dat", 0755), 0);
+  EXPECT_FALSE(RollReminderDiary(3));
+  EXPECT_EQ(platform_.shown(),
+            std::vector<std::string>{"Problem: Unable to open resn.dat for complete update in "
+                                     "Opendata."});
+}
+
+}  // namespace
+}  // namespace tilo
