@@ -219,8 +219,12 @@ TEST(SortindexTest, MatchesStraightInsertionSortOnRandomInput) {
   std::mt19937_64 rng(99);
   for (int round = 0; round < 200; ++round) {
     ReferenceIndex ref;
-    size_t n = rng() % 300;
-    for (size_t i = 0; i < n; ++i) ref.entries.push_back({int64_t(rng() % 40) - 2, int64_t(i)});
+    // Small and large runs (two ways of sorting), narrow and full-width numbers.
+    size_t n = round % 2 ? rng() % 300 : 500 + rng() % 3000;
+    for (size_t i = 0; i < n; ++i) {
+      int64_t number = round % 3 == 0 ? int64_t(rng()) : int64_t(rng() % 40) - 2;
+      ref.entries.push_back({number, int64_t(i)});
+    }
     NumberIndex ours = ref.entries;
     ref.Sort();
     Sortindex(ours, ours.size());
