@@ -59,6 +59,12 @@ struct State {
 
   // 2 while the modeless cash form is up.
   int tender_form_open = 0;
+  // The cash form's figures: the digits typed (then with the point put in), the
+  // change and the money tendered of the sale, the three quick note values.
+  char amount_text[20]{};
+  double change_due = 0;
+  double amount_tendered = 0;
+  double note_button1 = 0, note_button2 = 0, note_button3 = 0;
 
   // The one print job, and the listing font (absent: the printer's own font).
   PrintJob print_job;
