@@ -120,8 +120,6 @@ static_assert(offsetof(MemberRecord, reserved_2090) == 2090);
 
 inline constexpr int64_t kMemberRecordSize = sizeof(MemberRecord);
 inline constexpr const char* kMemberFile = "member.dat";
-// Room beyond the records at load; the arrays grow past it when they must.
-inline constexpr int64_t kMemberHeadroom = 100;
 extern const IndexedFileLayout kMemberLayout;
 
 // Builds the customer index and NameKeys from member.dat; false when it can't be

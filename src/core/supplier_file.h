@@ -65,8 +65,6 @@ inline constexpr int64_t kMansRecordSize = sizeof(MansRecord);
 inline constexpr const char* kMansFile = "mans.dat";
 // A supplier file of an earlier release: one record of a shorter layout.
 inline constexpr int64_t kOldMansFileSize = 66;
-// Room beyond the records at load; the index grows past it when it must.
-inline constexpr int64_t kMansHeadroom = 100;
 inline constexpr int64_t kHighestSupplierNumber = 2000000000000000;
 extern const IndexedFileLayout kMansLayout;
 
