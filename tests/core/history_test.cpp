@@ -151,20 +151,6 @@ TEST_F(HistoryTest, ReadtransactionTakesTheSaleAndItsLinesInFileOrder) {
   EXPECT_EQ(platform_.shown(), std::vector<std::string>{"Problem: Unable to open sales log."});
 }
 
-TEST_F(HistoryTest, ARecordCutShortByACrashIsReadAsItComes) {
-  ASSERT_TRUE(MakeFolder("2026") && MakeFolder("2026/5") && MakeFolder("2026/5/9"));
-  ItemsLogRecord whole = Line(3, "WHOLE");
-  ItemsLogRecord cut = Line(4, "CUT");
-  std::string bytes(reinterpret_cast<const char*>(&whole), sizeof whole);
-  bytes.append(reinterpret_cast<const char*>(&cut), 40);
-  WriteBytes("2026/5/9/itemslog.dat", bytes);
-  auto lines = ReadItemsLog(2026, 5, 9);
-  ASSERT_EQ(lines.size(), 2u);
-  EXPECT_EQ(lines[1].transaction_number, 4);
-  EXPECT_EQ(lines[1].clerk, 0);
-  EXPECT_TRUE(ReadSalesLog(2026, 5, 10).empty());
-}
-
 // The summary line by line, with every figure in its place.
 TEST_F(HistoryTest, DailySummaryText) {
   State& g = G();
