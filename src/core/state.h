@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "core/customer_file.h"
@@ -17,6 +18,7 @@
 #include "documents/print_target.h"
 #include "documents/wording.h"
 #include "platform/platform.h"
+#include "sale/basket.h"
 
 namespace tilo {
 
@@ -59,6 +61,14 @@ struct State {
 
   // 2 while the modeless cash form is up.
   int tender_form_open = 0;
+
+  // The sale in progress, the rows of the basket list that shows it, the text
+  // last taken from the item box (Windows-1252), and 2 while a repeat keeps the
+  // add sound and the pole quiet.
+  Basket basket{};
+  BasketList basket_list;
+  std::string item_text;
+  int suppress_sound = 0;
   // The cash form's figures: the digits typed (then with the point put in), the
   // change and the money tendered of the sale, the three quick note values.
   char amount_text[20]{};

@@ -1,0 +1,318 @@
+// SPDX-License-Identifier: MIT
+#include "sale/commit.h"
+
+#include <cstring>
+#include <string>
+
+#include "core/activity_log.h"
+#include "core/clock.h"
+#include "core/film_record.h"
+#include "core/history.h"
+#include "core/settings.h"
+#include "core/state.h"
+#include "core/text.h"
+#include "platform/files.h"
+#include "platform/platform.h"
+#include "sale/pricing.h"
+
+namespace tilo {
+namespace {
+
+constexpr const char* kProblem = "Problem";
+constexpr const char* kFatal = "Fatal error";
+constexpr int64_t kNonInventoryCategory = 18;
+
+template <typename To, typename From>
+void CopyField(To& to, const From& from) {
+  static_assert(sizeof to == sizeof from);
+  std::memcpy(&to, &from, sizeof to);
+}
+
+std::string Decimal(int64_t n) {
+  return std::to_string(static_cast<long long>(n));
+}
+
+// The midnight rule: the day's folder (or at the turn of the year the year's
+// base.dat) is missing because the program has run past midnight. The new day's
+// folders are made and the sale goes there; the running totals stay with the old
+// day until the next start.
+void CrossedMidnight() {
+  Makelogdirs();
+  Message("Otherwise transactions will not archive correctly",
+          "IMPORTANT - DO NOT run the program over the midnight boundary");
+}
+
+// A new file's name reaches the disk only with its folder, and a new folder's
+// with the folders above it.
+void SyncNewFile(int year, int month, int day) {
+  SyncFolder(DayFolder(year, month, day));
+  SyncFolder(MonthFolder(year, month));
+  SyncFolder(YearFolder(year));
+  SyncFolder(".");
+}
+
+// Opens a day's log for appending, creating it, and tells whether it is new.
+bool OpenLog(File& f, const std::string& path, bool* created) {
+  *created = !FileExists(path);
+  return f.open(path, File::Mode::Append);
+}
+
+// Step 5: the year's transaction index.
+void AppendIndex(const Basket& b, int year, int month, int day) {
+  const std::string path = YearBasePath(year);
+  File f(path, File::Mode::Write);
+  bool made = false;
+  if (!f) {
+    CrossedMidnight();
+    made = !FileExists(path);
+    f.open(path, File::Mode::ReadWrite);
+  }
+  if (!f) {
+    Message("Unable to open invoice log.", kProblem);
+    return;
+  }
+  // A year file made here rather than by the folder routine still opens with its
+  // header, so readers find the records where they look for them.
+  if (f.size() == 0) {
+    const BaseFileHeader header{0};
+    f.write(&header, sizeof header);
+  }
+  const BaseRecord record{int32_t(b.transaction_number), day, month};
+  f.seek(f.size());
+  f.write(&record, sizeof record);
+  f.sync();
+  if (made) SyncNewFile(year, month, day);
+}
+
+// Step 6: the day's sales log.
+void AppendSale(const SalesLogRecord& sale, int year, int month, int day) {
+  const std::string path = SalesLogPath(year, month, day);
+  File f;
+  bool created = false;
+  if (!OpenLog(f, path, &created) && !IsDirectory(DayFolder(year, month, day))) {
+    CrossedMidnight();
+    OpenLog(f, path, &created);
+  }
+  if (!f) {
+    Message("Unable to open sales log.", kProblem);
+    return;
+  }
+  f.write(&sale, sizeof sale);
+  f.sync();
+  if (created) SyncNewFile(year, month, day);
+}
+
+void CountCategory(SettingsRecord& s, int32_t c, float line_total) {
+  if (c >= 0 && c <= 8) {
+    ++s.category_units_day_a[c];
+    ++s.category_units_month_a[c];
+  } else if (c >= 9 && c <= 17) {
+    ++s.category_units_day_b[c - 9];
+    ++s.category_units_month_b[c - 9];
+  }
+  if (c >= 0 && c <= 17) s.category_total_today[c] += double(line_total);
+}
+
+// Step 10: the entry of the activity log.
+void LogSale(const Basket& b) {
+  const SettingsRecord& s = G().settings;
+  Timestamp();
+  const char* t = G().stamp_text;
+  std::string entry = "\r\n";
+  entry += {t[0], t[1], ':', t[3], t[4], ' '};
+  entry += std::string(t + 5) + " Sale: " + Decimal(b.transaction_number) +
+           ", Total: " + MoneyText(b.total) + "\r\n";
+  for (int i = 0; i < b.line_count; ++i)
+    entry += Decimal(b.number[i]) + "  " + FieldText(b.description[i]) + "\r\n";
+  entry += "Clerk: " + std::to_string(b.clerk) + ", " + ClerkName(s, s.clerk_number) +
+           "   Items: " + std::to_string(b.line_count) + "\r\n";
+  const std::string payment = FieldText(b.payment_type);
+  entry += "Payment type: " + payment + "\r\n";
+  if (payment == "Split")
+    entry += "Cash: " + MoneyText(b.tender_cash) + "  CH: " + MoneyText(b.tender_ch) +
+             "  EFT: " + MoneyText(b.tender_eft) + "\r\n";
+  if (b.customer_number != 0)
+    entry += "Customer: " + Decimal(b.customer_number) + " " + FieldText(b.customer_name) + "\r\n";
+  if (b.total_discount != 0.0f) entry += "Discount: " + MoneyText(b.total_discount) + "\r\n";
+  if (!AppendToLog(entry)) Message("Data file: bun4.dat, not present.", kProblem);
+}
+
+// Steps 11 and 12: the day's running totals and counters.
+void AddToTotals(const Basket& b) {
+  SettingsRecord& s = G().settings;
+  const std::string payment = FieldText(b.payment_type);
+  const bool credit = payment == "Credit";
+  if (!credit) s.till_takings += double(b.total);
+  s.sales_non_taxable += double(b.total_non_taxable);
+  s.sales_taxable += double(b.total_taxable);
+  s.sales_subtotal += double(b.subtotal);
+  s.sales_tax1 += double(b.total_tax1);
+  s.sales_tax2 += double(b.total_tax2);
+  s.sales_discounts += double(b.total_discount);
+  s.sales_total += double(b.total);
+  s.cash_sales += double(b.tender_cash);
+  s.ch_sales += double(b.tender_ch);
+  s.eft_sales += double(b.tender_eft);
+  s.eft_sales += double(b.tender_eft_extra);
+  if (credit) s.credit_sales += double(b.total);
+  s.cost_of_sales += double(b.total_cost);
+
+  ++s.today_transactions;
+  ++s.transaction_number;
+  s.today_items += b.line_count;
+  // A split sale is none of the four.
+  if (payment == "Cash") s.count_cash_sales += 1.0f;
+  if (payment == "CH") s.count_ch_sales += 1.0f;
+  if (payment == "EFT") s.count_eft_sales += 1.0f;
+  if (credit) s.count_credit_sales += 1.0f;
+}
+
+}  // namespace
+
+SalesLogRecord SalesLogRecordOf(const Basket& b) {
+  SalesLogRecord r{};
+  r.transaction_number = b.transaction_number;
+  r.day_sequence = b.day_sequence;
+  r.customer_number = b.customer_number;
+  r.clerk = b.clerk;
+  r.line_count = b.line_count;
+  r.total_non_taxable = b.total_non_taxable;
+  r.total_taxable = b.total_taxable;
+  r.subtotal = b.subtotal;
+  r.total_tax1 = b.total_tax1;
+  r.total_tax2 = b.total_tax2;
+  r.total_cost = b.total_cost;
+  r.total = b.total;
+  r.total_discount = b.total_discount;
+  CopyField(r.reserved_64, b.reserved_amounts);
+  r.cash_back = b.cash_back;
+  r.tender_cash = b.tender_cash;
+  r.tender_eft = b.tender_eft;
+  r.tender_eft_extra = b.tender_eft_extra;
+  r.tender_ch = b.tender_ch;
+  CopyField(r.reserved_104, b.reserved_amounts2);
+  r.credit_before = b.credit_before;
+  r.credit_after = b.credit_after;
+  r.reserved_120 = b.reserved_amount3;
+  CopyField(r.sale_time, b.sale_time);
+  CopyField(r.sale_date, b.sale_date);
+  CopyField(r.customer_name, b.customer_name);
+  CopyField(r.customer_road, b.customer_road);
+  CopyField(r.customer_area, b.customer_area);
+  CopyField(r.customer_town, b.customer_town);
+  CopyField(r.customer_postcode, b.customer_postcode);
+  CopyField(r.customer_telephone, b.customer_telephone);
+  CopyField(r.payment_type, b.payment_type);
+  CopyField(r.reserved_394, b.reserved_text1);
+  CopyField(r.reserved_594, b.reserved_text2);
+  CopyField(r.reserved_614, b.reserved_text3);
+  CopyField(r.reserved_694, b.reserved_text4);
+  CopyField(r.reserved_774, b.reserved_text5);
+  CopyField(r.reserved_854, b.reserved_words);
+  CopyField(r.note, b.note);
+  return r;
+}
+
+void Finishsale() {
+  State& g = G();
+  Basket& b = g.basket;
+  SettingsRecord& s = g.settings;
+
+  // 1, 2. Number the transaction and empty the list on the screen.
+  if (b.line_count <= 0) return;
+  if (g.basket_list.rows.empty()) {
+    std::memset(&b, 0, sizeof b);
+    Message("No items", kProblem);
+    return;
+  }
+  b.transaction_number = s.transaction_number;
+  b.day_sequence = s.today_transactions + 1;
+  ClearBasketList();
+
+  // 3, 4. The header, and the date that decides the folder.
+  const SalesLogRecord sale = SalesLogRecordOf(b);
+  Datestamp();
+  const int year = g.now.year, month = g.now.month, day = g.now.day;
+
+  // 5, 6. The transaction index and the sales log.
+  AppendIndex(b, year, month, day);
+  AppendSale(sale, year, month, day);
+
+  // 7, 8. The items log, line by line with the stock of each line. film.dat is
+  // opened once for the whole basket, at the first inventory line.
+  File items;
+  bool items_created = false;
+  if (!OpenLog(items, ItemsLogPath(year, month, day), &items_created))
+    Message("Unable to open items log.", kProblem);
+  File film;
+  auto finish_files = [&] {
+    if (film) film.sync();
+    if (items) items.sync();
+    if (items && items_created) SyncNewFile(year, month, day);
+  };
+  for (int i = 0; i < b.line_count; ++i) {
+    int64_t category = kNonInventoryCategory;
+    if (b.number[i] != 0) {
+      const size_t slot = Findnumber(g.films.index, b.number[i]);
+      if (slot >= g.films.index.size() || g.films.index[slot].number != b.number[i]) {
+        // Deleted while it was in the basket: the commit stops here.
+        finish_files();
+        items.close();
+        Message("Invalid entry", kProblem);
+        return;
+      }
+      const int64_t offset = g.films.index[slot].position * int64_t(sizeof(FilmRecord));
+      if (!film) film.open(kFilmFile, File::Mode::Write);
+      if (!film || !film.seek(offset) ||
+          film.read(&g.film, sizeof(FilmRecord)) != int64_t(sizeof(FilmRecord))) {
+        finish_files();
+        items.close();
+        Message("Data file: film.dat, not present.", kFatal);
+        return;
+      }
+      FilmRecord& item = g.film;
+      ++item.total_sold;
+      Timestamp();
+      SetField(item.last_used, g.stamp_text);
+      CountCategory(s, item.display_category, b.line_total[i]);
+      // Stock never goes below 0 through a sale, even when the line was allowed
+      // on insufficient stock.
+      if (item.quantity > 0) --item.quantity;
+      if (!film.seek(offset) || !film.write(&item, sizeof item)) Message("Film.dat", kProblem);
+      category = item.display_category;
+    }
+    ItemsLogRecord line{};
+    line.transaction_number = b.transaction_number;
+    line.category = category;
+    line.customer_number = b.customer_number;
+    line.number = b.number[i];
+    CopyField(line.description, b.description[i]);
+    line.non_taxable = b.non_taxable[i];
+    line.taxable = b.taxable[i];
+    line.tax1 = b.tax1[i];
+    line.tax2 = b.tax2[i];
+    line.cost = b.cost[i];
+    line.discount = b.discount[i];
+    line.line_total = b.line_total[i];
+    line.clerk = b.clerk;
+    if (items) items.write(&line, sizeof line);
+  }
+  // 9.
+  finish_files();
+  items.close();
+  film.close();
+
+  // 10 to 12.
+  LogSale(b);
+  AddToTotals(b);
+
+  // 13. The totals stay right in memory when the file can't be written, and are
+  // saved at the next chance.
+  if (!Savesettings()) Message("Data file: wr.cfg, not present.", kFatal);
+
+  // 14.
+  std::memset(&b, 0, sizeof b);
+  Refreshtotals();
+}
+
+}  // namespace tilo
