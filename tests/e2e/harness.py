@@ -48,23 +48,26 @@ class Session:
 
     # --- the X server -------------------------------------------------------
     def _start_xvfb(self):
-        for n in range(91, 160):
-            if os.path.exists("/tmp/.X%d-lock" % n):
-                continue
-            display = ":%d" % n
-            proc = subprocess.Popen(
-                ["Xvfb", display, "-screen", "0", "%dx%dx24" % self.screen, "-nolisten", "tcp"],
-                stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-            for _ in range(50):
-                time.sleep(0.1)
-                if proc.poll() is not None:
-                    break
-                if subprocess.run(["xdotool", "getdisplaygeometry"], env=self._env(display),
-                                  stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL).returncode == 0:
-                    self.xvfb, self.display = proc, display
-                    return
+        # Xvfb picks a free display itself and writes its number to the pipe, so
+        # sessions started side by side never race for the same one.
+        read_end, write_end = os.pipe()
+        proc = subprocess.Popen(
+            ["Xvfb", "-displayfd", str(write_end), "-screen", "0", "%dx%dx24" % self.screen,
+             "-nolisten", "tcp"],
+            stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, pass_fds=(write_end,))
+        os.close(write_end)
+        number = b""
+        deadline = time.time() + 20
+        while not number.endswith(b"\n") and time.time() < deadline:
+            chunk = os.read(read_end, 16)
+            if not chunk:
+                break
+            number += chunk
+        os.close(read_end)
+        if not number.strip():
             proc.kill()
-        raise Failure("no display could be started")
+            raise Failure("no display could be started")
+        self.xvfb, self.display = proc, ":" + number.decode().strip()
 
     def _env(self, display=None):
         env = dict(os.environ)
