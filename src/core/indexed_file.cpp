@@ -44,6 +44,7 @@ bool IndexedFile::Load() {
   Clear();
   File f(layout_.path, File::Mode::Read);
   if (!f) return false;
+  if (on_record) on_record(-1, nullptr);
   const int64_t size = layout_.record_size;
   slot_count = f.size() / size;
   index.reserve(size_t(slot_count) + 200);
@@ -63,6 +64,7 @@ bool IndexedFile::Load() {
       int64_t number = NumberOf(rec);
       if (number <= 0 && number != -1 && layout_.repair_numbers) number = -1;
       index.push_back({number, pos});
+      if (on_record) on_record(pos, rec);
       if (layout_.name_offset >= 0) std::memcpy(name_keys[size_t(pos)].data(), rec + layout_.name_offset, 2);
       if (number < 0) ++deleted;
       else ++live;
@@ -134,6 +136,7 @@ bool IndexedFile::Insert(const void* buffer) {
     Message(layout_.messages.add_write_failed, kProblem);
     return false;
   }
+  if (on_record) on_record(pos, buffer);
   ++live;
   if (deleted < 1) ++slot_count;
   else --deleted;
@@ -151,6 +154,7 @@ bool IndexedFile::Remove(void* buffer) {
     return false;
   }
   SetKey(position, NameKey{0, 0});
+  if (on_record) on_record(position, buffer);
   // The new deleted entry goes to the end of the deleted block, so the block stays
   // in the order the records were deleted in.
   size_t k = (index.empty() || index.front().number != -1) ? 0 : Findnumber(index, 0);
@@ -182,6 +186,7 @@ bool IndexedFile::Rewrite(const void* buffer) {
     Message(layout_.messages.rewrite_write_failed, kProblem);
     return false;
   }
+  if (on_record) on_record(pos, buffer);
   position = pos;
   return true;
 }

@@ -58,6 +58,10 @@ class IndexedFile {
   void UpdateNameKey(const void* buffer);
 
   bool Contains(int64_t number) const;
+
+  // Told of every record as the file loads (after a first call with position -1)
+  // and of every record written, so that a cache of some field stays in step.
+  void (*on_record)(int64_t position, const void* record) = nullptr;
   const IndexedFileLayout& layout() const { return layout_; }
 
   NumberIndex index;

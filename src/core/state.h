@@ -19,6 +19,7 @@
 #include "documents/wording.h"
 #include "platform/platform.h"
 #include "sale/basket.h"
+#include "sale/screen.h"
 
 namespace tilo {
 
@@ -61,6 +62,8 @@ struct State {
 
   // 2 while the modeless cash form is up.
   int tender_form_open = 0;
+  // The sale screen: the clerk's class, the quick-select panel and its keys.
+  ScreenState screen;
 
   // The sale in progress, the rows of the basket list that shows it, the text
   // last taken from the item box (Windows-1252), and 2 while a repeat keeps the

@@ -1,13 +1,32 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/main_window.h"
 
-#include <QLabel>
-#include <QLineEdit>
-#include <QVBoxLayout>
+#include <QAction>
+#include <QLayout>
+#include <QMenuBar>
+#include <QResizeEvent>
+#include <QToolBar>
 
 #include "core/state.h"
+#include "devices/pole.h"
+#include "sale/commands.h"
+#include "sale/screen.h"
+#include "sale/ui/item_box.h"
+#include "sale/ui/sale_screen.h"
+#include "sale/ui/tool_icons.h"
 
 namespace tilo {
+namespace {
+
+// "&Customers" -> "Customers", for object names.
+QString Plain(const QString& text) {
+  QString s = text;
+  s.remove('&');
+  s.remove(' ');
+  return s;
+}
+
+}  // namespace
 
 MainWindow::MainWindow(DesktopSize desktop, bool open_store) : desktop_(desktop) {
   setObjectName("mainWindow");
@@ -22,33 +41,120 @@ MainWindow::MainWindow(DesktopSize desktop, bool open_store) : desktop_(desktop)
   }
   // The window never grows beyond the large layout.
   setMaximumSize(kWindowWidth, kWindowHeight);
-  buildScreen();
+
+  // The quick-select panel keeps what it needs of film.dat from its first load on.
+  WatchInventory();
+  InstallScreenHandlers();
+  buildMenus();
+  buildToolBar();
+  sale_ = new SaleScreen(this);
+  setCentralWidget(sale_);
+  connect(sale_, &SaleScreen::menuStateChanged, this, &MainWindow::refreshMenus);
+  // The layout, and so the size of the quick-select page, before the first fill.
+  layout()->activate();
+  sale_->setTop(tool_bar_->sizeHint().height());
+
   if (open_store) opened_ = OpenStore();
-  item_box_->setFocus();
+  if (opened_ || !G().films.index.empty()) {
+    Fillquickselect();
+    G().suppress_sound = 0;
+    if (opened_ && G().settings.pole_enabled == 2) Polegreeting();
+  }
+  sale_->refreshAll();
+  refreshMenus();
+  sale_->itemBox()->setFocus();
 }
 
-void MainWindow::buildScreen() {
-  auto* central = new QWidget(this);
-  central->setObjectName("saleScreen");
-  auto* layout = new QVBoxLayout(central);
-  item_box_ = new QLineEdit(central);
-  item_box_->setObjectName("itemBox");
-  item_box_->setMaxLength(39);
-  layout->addWidget(item_box_);
-  layout->addStretch(1);
-  setCentralWidget(central);
+MainWindow::~MainWindow() = default;
+
+QLineEdit* MainWindow::itemBox() const {
+  return sale_->itemBox();
+}
+
+void MainWindow::buildMenus() {
+  for (const std::string& name : MenuNames()) {
+    QMenu* menu = menuBar()->addMenu(QString::fromStdString(name));
+    menu->setObjectName("menu" + Plain(QString::fromStdString(name)));
+    for (const CommandEntry& e : CommandTable()) {
+      if (name != e.menu) continue;
+      QString text = e.entry;
+      const QString shortcut = e.shortcut;
+      QAction* action = menu->addAction(text);
+      action->setObjectName(QString("command%1").arg(int(e.command)));
+      action->setData(int(e.command));
+      // The keys are the item box's (see the key table); the menu only shows
+      // them, but for Exit, whose Alt+X works from anywhere.
+      if (e.command == Command::Exit)
+        action->setShortcut(QKeySequence(shortcut));
+      else if (!shortcut.isEmpty())
+        action->setText(text + "\t" + shortcut);
+      action->setCheckable(e.command == Command::IndentListings ||
+                           e.command == Command::SoundEffects || e.command == Command::ButtonTips ||
+                           e.command == Command::HiResPicture);
+      const Command command = e.command;
+      connect(action, &QAction::triggered, this, [command] { Dispatch(command); });
+      if (SeparatorAfter(e.command)) menu->addSeparator();
+    }
+    connect(menu, &QMenu::aboutToShow, this, &MainWindow::refreshMenus);
+  }
+}
+
+void MainWindow::buildToolBar() {
+  tool_bar_ = addToolBar("Tools");
+  tool_bar_->setObjectName("toolBar");
+  tool_bar_->setMovable(false);
+  tool_bar_->setFloatable(false);
+  tool_bar_->setIconSize(QSize(24, 24));
+  tool_bar_->setContextMenuPolicy(Qt::PreventContextMenu);
+  tool_bar_->setStyleSheet(
+      "QToolBar { background: #f7f9fb; border-bottom: 1px solid #d0d7e1;"
+      " spacing: 3px; padding: 2px 6px; }");
+  int n = 0;
+  for (const ToolButton& b : ToolBar()) {
+    if (b.command == Command::None) {
+      tool_bar_->addSeparator();
+      continue;
+    }
+    QAction* action = tool_bar_->addAction(ToolIcon(b.command), b.tip);
+    action->setToolTip(b.tip);
+    action->setObjectName(QString("tool%1").arg(n++));
+    action->setData(int(b.command));
+    const Command command = b.command;
+    connect(action, &QAction::triggered, this, [command] { Dispatch(command); });
+  }
+}
+
+void MainWindow::refreshMenus() {
+  for (QAction* top : menuBar()->actions()) {
+    QMenu* menu = top->menu();
+    if (!menu) continue;
+    top->setEnabled(MenuEnabled(top->text().toStdString()));
+    for (QAction* a : menu->actions()) {
+      if (a->isSeparator()) continue;
+      const Command command = Command(a->data().toInt());
+      a->setEnabled(MenuEntryEnabled(command));
+      if (a->isCheckable()) a->setChecked(MenuEntryTicked(command));
+    }
+  }
+}
+
+void MainWindow::resizeEvent(QResizeEvent* event) {
+  QMainWindow::resizeEvent(event);
+  sale_->setTop(tool_bar_->isVisible() ? tool_bar_->height() : tool_bar_->sizeHint().height());
 }
 
 void MainWindow::afterSplash() {
   WindowGeometry g = WindowAfterSplash(desktop_);
   if (g.width != 0) {
-    if (g.fixed_size) setFixedSize(g.width, g.height);
-    else resize(g.width, g.height);
+    if (g.fixed_size)
+      setFixedSize(g.width, g.height);
+    else
+      resize(g.width, g.height);
     move(g.x, g.y);
   }
   show();
   activateWindow();
-  item_box_->setFocus();
+  sale_->itemBox()->setFocus();
   // Seam: the log-on form is forced here once clerks exist.
 }
 

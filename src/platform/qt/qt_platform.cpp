@@ -8,7 +8,12 @@
 #include <QInputDialog>
 #include <QLocale>
 #include <QMessageBox>
+#include <QPointer>
+#include <QProcess>
 #include <QScreen>
+#include <QStandardPaths>
+
+#include "platform/sounds.h"
 
 namespace tilo {
 namespace {
@@ -61,8 +66,31 @@ uint64_t QtPlatform::tick_count() {
   return uint64_t(timer.elapsed());
 }
 
-// Seam: the wave sounds arrive with the sale screen.
-void QtPlatform::play_sound(int) {}
+// The till's sounds go to `aplay` of alsa-utils, fed the wave through a pipe: the
+// call returns at once, and where there is no player or no sound card nothing
+// is heard and nothing fails. A new sound cuts the one still playing.
+void QtPlatform::play_sound(int sound_id) {
+  static const QString player = QStandardPaths::findExecutable("aplay");
+  static QPointer<QProcess> playing;
+  QCoreApplication* app = QCoreApplication::instance();
+  if (player.isEmpty() || !app) return;
+  const std::string wave = WaveSound(sound_id);
+  if (wave.empty()) return;
+  if (playing) playing->kill();
+  auto* process = new QProcess(app);
+  process->setProgram(player);
+  process->setArguments({"-q", "-t", "wav", "-"});
+  process->setStandardOutputFile(QProcess::nullDevice());
+  process->setStandardErrorFile(QProcess::nullDevice());
+  QObject::connect(process, &QProcess::finished, process, &QObject::deleteLater);
+  QObject::connect(process, &QProcess::errorOccurred, process, [process](QProcess::ProcessError e) {
+    if (e == QProcess::FailedToStart) process->deleteLater();
+  });
+  process->start();
+  process->write(wave.data(), qint64(wave.size()));
+  process->closeWriteChannel();
+  playing = process;
+}
 
 DesktopSize QtPlatform::desktop() {
   QScreen* screen = QGuiApplication::primaryScreen();

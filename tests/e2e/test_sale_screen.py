@@ -1,0 +1,139 @@
+"""The sale screen in the real program: an item number typed and Enter pressed
+shows the line in the basket and on the pole display, F8 opens a drawer on its
+own port, at both layouts. The drawer and the display are socat pty pairs.
+With TILO_SCREENSHOTS set, the screenshots of both layouts are kept there."""
+
+import os
+import shutil
+import struct
+import subprocess
+import time
+
+import harness
+from harness import check
+
+
+class Line:
+    """A pty pair: the program opens `port`, the test reads what arrives."""
+
+    def __init__(self, folder, name):
+        self.port = os.path.join(folder, name)
+        peer = self.port + "-peer"
+        self.proc = subprocess.Popen(["socat", "pty,raw,echo=0,link=" + self.port,
+                                      "pty,raw,echo=0,link=" + peer])
+        for _ in range(100):
+            if os.path.exists(self.port) and os.path.exists(peer):
+                break
+            time.sleep(0.05)
+        self.hold = os.open(self.port, os.O_RDWR | os.O_NOCTTY)  # keeps the line up
+        self.peer = os.open(peer, os.O_RDWR | os.O_NOCTTY | os.O_NONBLOCK)
+
+    def received(self, wait=3.0, quiet=0.5):
+        got, deadline, last = b"", time.time() + wait, None
+        while time.time() < deadline:
+            try:
+                chunk = os.read(self.peer, 4096)
+            except BlockingIOError:
+                chunk = b""
+            if chunk:
+                got, last = got + chunk, time.time()
+            elif last and time.time() - last > quiet:
+                break
+            time.sleep(0.05)
+        return got
+
+    def close(self):
+        os.close(self.peer)
+        os.close(self.hold)
+        self.proc.terminate()
+        self.proc.wait()
+
+
+def put(data, offset, fmt, value):
+    struct.pack_into("<" + fmt, data, offset, value)
+
+
+def text(data, offset, width, value):
+    data[offset:offset + width] = value.encode("cp1252").ljust(width, b"\0")
+
+
+def set_up_devices(s):
+    """A first run makes the settings; then the pole goes on COM1 and a direct
+    drawer on COM2, both mapped to pty pairs by ports.cfg."""
+    s.start()
+    s.find_window("TILO Retail")
+    check(s.close() == 0, "first run did not end cleanly")
+    pole, drawer = Line(s.tmp, "pole"), Line(s.tmp, "drawer")
+    with open(os.path.join(s.shop, "ports.cfg"), "w") as f:
+        f.write("COM1=%s\nCOM2=%s\n" % (pole.port, drawer.port))
+    path = os.path.join(s.shop, "wr.cfg")
+    cfg = bytearray(open(path, "rb").read())
+    put(cfg, 40550, "i", 2)          # pole_enabled
+    put(cfg, 40558, "i", 0)          # pole_port: COM1
+    text(cfg, 33410, 32, "27,64")    # pole_clear
+    text(cfg, 33314, 32, "WELCOME")  # pole_passive_text
+    put(cfg, 40586, "i", 0)          # drawer_mode: direct
+    put(cfg, 944, "q", 1)            # drawer_port: COM2
+    put(cfg, 928, "q", 7)            # drawer_open_char
+    put(cfg, 912, "q", 2)            # drawer_repeat
+    open(path, "wb").write(bytes(cfg))
+    return pole, drawer
+
+
+def darkness(png, box):
+    """How much ink a region of a screenshot holds: 0 white, 1 black."""
+    x, y, w, h = box
+    out = subprocess.run(["convert", png, "-crop", "%dx%d+%d+%d" % (w, h, x, y),
+                          "-colorspace", "Gray", "-format", "%[fx:1-mean]", "info:"],
+                         capture_output=True, text=True, check=True)
+    return float(out.stdout)
+
+
+def keep(png, name):
+    folder = os.environ.get("TILO_SCREENSHOTS")
+    if folder:
+        os.makedirs(folder, exist_ok=True)
+        shutil.copy(png, os.path.join(folder, name))
+
+
+def sell_at(new_session, screen, name, list_box):
+    s = new_session(screen=screen)
+    pole, drawer = set_up_devices(s)
+    try:
+        s.start()
+        wid = s.find_window("TILO Retail")
+        x, y, w, h = s.geometry(wid)
+        # The greeting at the start of the sale screen.
+        check(pole.received() == b"\x1b\x40WELCOME", "no greeting on the pole")
+        time.sleep(1.0)
+        before = os.path.join(s.tmp, "before.png")
+        s.screenshot(before)
+        s.type(wid, "1001")
+        s.key(wid, "Return")
+        check(pole.received() == b"\x1b\x40LONDON DRY G  22.00", "the pole did not show the item")
+        s.type(wid, "2401")
+        s.key(wid, "Return")
+        check(pole.received() == b"\x1b\x40CRISPS READY  0.84", "the pole did not show the second item")
+        s.key(wid, "F8")
+        check(drawer.received() == b"\x07\x07", "F8 did not open the drawer")
+        time.sleep(0.5)
+        after = os.path.join(s.tmp, "after.png")
+        s.screenshot(after)
+        region = (x + list_box[0], y + list_box[1], list_box[2], list_box[3])
+        check(darkness(after, region) > darkness(before, region) + 0.02,
+              "no basket rows appeared in the list")
+        keep(after, name)
+        check(s.close() == 0, "tilo did not end cleanly")
+    finally:
+        pole.close()
+        drawer.close()
+
+
+def test(new_session):
+    # The basket list's first rows, counted from the window's top left corner.
+    sell_at(new_session, (1280, 1024), "sale-screen.png", (630, 120, 380, 60))
+    sell_at(new_session, (900, 600), "sale-screen-small.png", (538, 120, 250, 60))
+
+
+if __name__ == "__main__":
+    harness.main(test)
