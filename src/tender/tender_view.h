@@ -11,6 +11,8 @@ class TenderView {
   virtual ~TenderView() = default;
   // "Transaction committed, summary", modal: returns when the operator presses "OK".
   virtual void summary_box();
+  // The focus back in the item box, after a sale or a form given up.
+  virtual void focus_item_box() {}
 };
 
 TenderView& tender_view();
