@@ -79,6 +79,15 @@ std::string Platform::long_date(int year, int month, int day) {
   return buf;
 }
 
+std::string Platform::month_date(int year, int month, int day) {
+  static const char* months[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
+                                 "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+  if (month < 1 || month > 12) return {};
+  char buf[32];
+  std::snprintf(buf, sizeof buf, "%s %d %d", months[month - 1], day, year);
+  return buf;
+}
+
 Platform& platform() { return *current; }
 void install_platform(Platform* p) { current = p ? p : &headless; }
 

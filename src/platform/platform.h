@@ -54,6 +54,9 @@ class Platform {
   // A date in the locale's long "dddd MMMM d yyyy" picture, as UTF-8. The
   // default gives the English names.
   virtual std::string long_date(int year, int month, int day);
+  // A date in the locale's "MMM d yyyy" picture, as UTF-8. The default gives
+  // the English names.
+  virtual std::string month_date(int year, int month, int day);
   // A file chooser; nullopt when cancelled.
   virtual std::optional<std::string> choose_file(const std::string& title, bool for_saving,
                                                  const std::string& filter = {}) = 0;

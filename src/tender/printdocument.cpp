@@ -5,6 +5,7 @@
 #include "core/text.h"
 #include "devices/bytes.h"
 #include "devices/ports.h"
+#include "documents/receipt.h"
 #include "platform/platform.h"
 
 namespace tilo {
@@ -27,6 +28,9 @@ void Print(int kind, std::unique_ptr<PrintTarget> target, const PageRoutine& pag
 PageRoutine Documentpage(int kind) {
   // Each document's page joins here as it is written.
   switch (kind) {
+    case kTillReceipt:
+    case kCustomReceipt:
+      return [kind](PrintTarget& target) { Printreceipt(target, kind); };
     default:
       return {};
   }

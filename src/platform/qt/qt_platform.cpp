@@ -111,6 +111,10 @@ std::string QtPlatform::long_date(int year, int month, int day) {
   return QLocale::system().toString(QDate(year, month, day), "dddd MMMM d yyyy").toStdString();
 }
 
+std::string QtPlatform::month_date(int year, int month, int day) {
+  return QLocale::system().toString(QDate(year, month, day), "MMM d yyyy").toStdString();
+}
+
 std::optional<std::string> QtPlatform::choose_file(const std::string& title, bool for_saving,
                                                    const std::string& filter) {
   QString path = for_saving

@@ -18,6 +18,7 @@ class QtPlatform : public Platform {
   std::string currency_symbol() override;
   std::string short_date(int year, int month, int day) override;
   std::string long_date(int year, int month, int day) override;
+  std::string month_date(int year, int month, int day) override;
   std::optional<std::string> choose_file(const std::string& title, bool for_saving,
                                          const std::string& filter) override;
   std::optional<std::string> choose_folder(const std::string& title,
