@@ -4,7 +4,6 @@ own port, at both layouts. The drawer and the display are socat pty pairs.
 With TILO_SCREENSHOTS set, the screenshots of both layouts are kept there."""
 
 import os
-import shutil
 import struct
 import subprocess
 import time
@@ -89,11 +88,14 @@ def darkness(png, box):
     return float(out.stdout)
 
 
-def keep(png, name):
+def keep(png, name, window):
+    """The window's part of a screenshot, kept when TILO_SCREENSHOTS names a folder."""
     folder = os.environ.get("TILO_SCREENSHOTS")
     if folder:
         os.makedirs(folder, exist_ok=True)
-        shutil.copy(png, os.path.join(folder, name))
+        x, y, w, h = window
+        subprocess.run(["convert", png, "-crop", "%dx%d+%d+%d" % (w, h, x, y), "+repage",
+                        os.path.join(folder, name)], check=True)
 
 
 def sell_at(new_session, screen, name, list_box):
@@ -122,7 +124,7 @@ def sell_at(new_session, screen, name, list_box):
         region = (x + list_box[0], y + list_box[1], list_box[2], list_box[3])
         check(darkness(after, region) > darkness(before, region) + 0.02,
               "no basket rows appeared in the list")
-        keep(after, name)
+        keep(after, name, (x, y, w, h))
         check(s.close() == 0, "tilo did not end cleanly")
     finally:
         pole.close()

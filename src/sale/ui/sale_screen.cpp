@@ -163,6 +163,9 @@ void SaleScreen::build() {
   basket_->setObjectName("basketList");
   basket_->setFocusPolicy(Qt::NoFocus);
   basket_->setUniformItemSizes(true);
+  // A row too long for the list loses its middle, never its price.
+  basket_->setTextElideMode(Qt::ElideMiddle);
+  basket_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   QFont list_font("DejaVu Sans Mono");
   list_font.setPixelSize(13);
   basket_->setFont(list_font);

@@ -10,6 +10,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QTest>
+#include <QTextBrowser>
 #include <QToolBar>
 
 #include "app/ui/main_window.h"
@@ -18,6 +19,7 @@
 #include "core/state.h"
 #include "core/text.h"
 #include "sale/commands.h"
+#include "sale/ui/help_window.h"
 #include "sale/ui/sale_screen.h"
 #include "sale/ui/till_widgets.h"
 #include "support/shop_fixture.h"
@@ -324,6 +326,18 @@ TEST_F(SaleScreenTest, TheMenuShowsItsKeysAndFollowsTheClerk) {
   EXPECT_EQ(Find<QWidget>("voidButton")->toolTip(), "Remove highlighted item");
   Dispatch(Command::ButtonTips);
   EXPECT_EQ(Find<QWidget>("voidButton")->toolTip(), "");
+}
+
+TEST_F(SaleScreenTest, F1OpensTheHelpPagesShippedWithTheProgram) {
+  MainWindow& w = Open();
+  QTest::keyClick(w.itemBox(), Qt::Key_F1);
+  auto* help = w.findChild<HelpWindow*>("helpWindow");
+  ASSERT_NE(help, nullptr);
+  EXPECT_TRUE(help->isVisible());
+  EXPECT_TRUE(help->browser()->toPlainText().contains("Taking the money"));
+  Dispatch(Command::UsingHelp);
+  EXPECT_TRUE(help->browser()->toPlainText().contains("^W is Ctrl+W"));
+  help->close();
 }
 
 }  // namespace
