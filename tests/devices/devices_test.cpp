@@ -162,26 +162,6 @@ TEST_F(DeviceTest, EmptySequencesAreLeftOutButTheClearAlwaysGivesAByte) {
   EXPECT_EQ(line_->Received(), Sent{0});
 }
 
-TEST_F(DeviceTest, PoleSettingsIndexTheirTables) {
-  SettingsRecord& s = G().settings;
-  LineSettings line = PoleLineSettings();  // all zero: 9600 8N1
-  EXPECT_EQ(line.baud, 9600);
-  EXPECT_EQ(line.data_bits, 8);
-  EXPECT_EQ(line.parity, 0);
-  EXPECT_EQ(line.stop_bits, 0);
-  s.pole_baud = 12;
-  s.pole_data_bits = 1;
-  s.pole_parity = 1;
-  s.pole_stop_bits = 1;
-  line = PoleLineSettings();
-  EXPECT_EQ(line.baud, 256000);
-  EXPECT_EQ(line.data_bits, 4);
-  EXPECT_EQ(line.parity, 1);
-  EXPECT_EQ(line.stop_bits, 1);
-  s.pole_baud = 13;  // beyond the table: the default rate
-  EXPECT_EQ(PoleLineSettings().baud, 9600);
-}
-
 TEST_F(DeviceTest, PoleItemCutsLongDescriptionsAtTwelve) {
   EXPECT_EQ(PoleitemText("TWELVE CHARS", 1.5f), "TWELVE CHARS 1.50");
   EXPECT_EQ(PoleitemText("THIRTEEN CHAR", 1.5f), "THIRTEEN CHA  1.50");
