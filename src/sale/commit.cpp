@@ -279,6 +279,7 @@ void Finishsale() {
       // on insufficient stock.
       if (item.quantity > 0) --item.quantity;
       if (!film.seek(offset) || !film.write(&item, sizeof item)) Message("Film.dat", kProblem);
+      if (g.films.on_record) g.films.on_record(g.films.index[slot].position, &item);
       category = item.display_category;
     }
     ItemsLogRecord line{};
