@@ -15,6 +15,8 @@
 #include "app/ui/splash.h"
 #include "core/startup.h"
 #include "core/state.h"
+#include "documents/print_job.h"
+#include "documents/ui/qt_print_service.h"
 #include "platform/qt/qt_platform.h"
 
 namespace {
@@ -64,17 +66,21 @@ int main(int argc, char** argv) {
   tilo::QtPlatform qt_platform;
   tilo::install_platform(&qt_platform);
   if (!tilo::DesktopIsUsable(qt_platform.desktop())) return 0;
+  tilo::QtPrintService printers;
+  tilo::install_print_service(&printers);
 
   int result = 0;
   {
     tilo::MainWindow window(qt_platform.desktop());
     if (window.opened()) {
+      tilo::Buildlistfont();
       auto* splash = new tilo::Splash(&window);
       splash->show();
       result = app.exec();
     }
     tilo::Closedown();
   }
+  tilo::install_print_service(nullptr);
   tilo::install_platform(nullptr);
   return result;
 }
