@@ -127,6 +127,15 @@ class Session:
         self.key(wid, key)
         return wid
 
+    def log_on(self, clerk=1, password="7351", timeout=20.0):
+        """Logs `clerk` on at the log-on form that every start opens after the
+        splash: the arrow key steps to the clerk, then the password and Enter."""
+        form = self.find_window("USER LOGON", timeout)
+        time.sleep(0.3)
+        self.key(form, *(["Up"] * (clerk - 1)))
+        self.type(form, password)
+        self.key(form, "Return")
+
     def screenshot(self, path):
         subprocess.run(["import", "-window", "root", path], env=self._env(), check=True)
 

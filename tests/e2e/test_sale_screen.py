@@ -104,6 +104,8 @@ def sell_at(new_session, screen, name, list_box):
     try:
         s.start()
         wid = s.find_window("TILO Retail")
+        s.log_on()
+        s.find_window("TILO Retail    Assoc: 1, Administrator")
         x, y, w, h = s.geometry(wid)
         # The greeting at the start of the sale screen.
         check(pole.received() == b"\x1b\x40WELCOME", "no greeting on the pole")

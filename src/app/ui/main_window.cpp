@@ -16,6 +16,7 @@
 #include "sale/ui/sale_screen.h"
 #include "sale/ui/tool_icons.h"
 #include "tender/ui/cash_form.h"
+#include "tender/ui/till_forms.h"
 
 namespace tilo {
 namespace {
@@ -47,6 +48,7 @@ MainWindow::MainWindow(DesktopSize desktop, bool open_store) : desktop_(desktop)
   // The quick-select panel keeps what it needs of film.dat from its first load on.
   WatchInventory();
   InstallScreenHandlers();
+  InstallTillHandlers();
   InstallTenderHandlers();
   InstallDocumentHandlers();
   buildMenus();
@@ -159,7 +161,8 @@ void MainWindow::afterSplash() {
   show();
   activateWindow();
   sale_->itemBox()->setFocus();
-  // Seam: the log-on form is forced here once clerks exist.
+  // Nobody sells before a clerk has logged on.
+  Dispatch(Command::LogOff);
 }
 
 }  // namespace tilo

@@ -5,9 +5,11 @@
 
 #include <QApplication>
 #include <QLineEdit>
+#include <QTest>
 
 #include "core/state.h"
 #include "support/shop_fixture.h"
+#include "tender/ui/clerk_forms.h"
 
 namespace tilo {
 namespace {
@@ -24,6 +26,13 @@ TEST_F(MainWindowTest, OpensTheStoreAndFocusesTheItemBoxAtTheSizeOfTheScreenRule
   large.afterSplash();
   QApplication::processEvents();
   EXPECT_TRUE(large.isVisible());
+  // The log-on form comes first; the item box has the focus once a clerk is on.
+  ASSERT_NE(Openlogonform(), nullptr);
+  EXPECT_EQ(QApplication::focusWidget(), Openlogonform()->password());
+  QTest::keyClicks(Openlogonform()->password(), "7351");
+  QTest::keyClick(Openlogonform()->password(), Qt::Key_Return);
+  QApplication::processEvents();
+  EXPECT_EQ(large.windowTitle(), "TILO Retail    Assoc: 1, Administrator");
   EXPECT_EQ(QApplication::focusWidget(), large.itemBox());
   large.close();
 

@@ -9,6 +9,7 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPushButton>
 #include <QTest>
 #include <QTextBrowser>
 #include <QToolBar>
@@ -23,6 +24,7 @@
 #include "sale/ui/sale_screen.h"
 #include "sale/ui/till_widgets.h"
 #include "support/shop_fixture.h"
+#include "tender/ui/clerk_forms.h"
 
 namespace tilo {
 namespace {
@@ -55,6 +57,11 @@ class SaleScreenTest : public ShopTest {
     window_ = std::make_unique<MainWindow>(desktop);
     EXPECT_TRUE(window_->opened());
     window_->afterSplash();
+    // The Administrator logs on through the form that afterSplash forces.
+    if (LogonDialog* logon = Openlogonform()) {
+      logon->password()->setText("7351");
+      logon->ok()->click();
+    }
     QApplication::processEvents();
     platform_.clear_record();
     return *window_;

@@ -1,0 +1,240 @@
+"""The first whole sale in the real program: on a demo shop made by the
+installer, two item numbers typed, F5, the money typed and Enter, the summary
+closed with Enter; then the close-down, and every file the sale wrote is read
+back: the year's transaction index, the day's sales and items logs, the two
+item records, the activity log and the settings. The drawer and the pole hang on
+socat pty pairs, and the bytes that reached them are checked too."""
+
+import datetime
+import os
+import re
+import struct
+import subprocess
+import time
+
+import harness
+from harness import Failure, check, read_at, text_at
+
+FILM_RECORD = 1874
+
+
+def f32(value):
+    """A number as the program's 32-bit floats hold it."""
+    return struct.unpack("<f", struct.pack("<f", value))[0]
+
+
+class Line:
+    """A pty pair: the program opens `port`, the test reads what arrives."""
+
+    def __init__(self, folder, name):
+        self.port = os.path.join(folder, name)
+        peer = self.port + "-peer"
+        self.proc = subprocess.Popen(["socat", "pty,raw,echo=0,link=" + self.port,
+                                      "pty,raw,echo=0,link=" + peer])
+        for _ in range(100):
+            if os.path.exists(self.port) and os.path.exists(peer):
+                break
+            time.sleep(0.05)
+        self.hold = os.open(self.port, os.O_RDWR | os.O_NOCTTY)  # keeps the line up
+        self.peer = os.open(peer, os.O_RDWR | os.O_NOCTTY | os.O_NONBLOCK)
+
+    def received(self, wait=3.0, quiet=0.5):
+        got, deadline, last = b"", time.time() + wait, None
+        while time.time() < deadline:
+            try:
+                chunk = os.read(self.peer, 4096)
+            except BlockingIOError:
+                chunk = b""
+            if chunk:
+                got, last = got + chunk, time.time()
+            elif last and time.time() - last > quiet:
+                break
+            time.sleep(0.05)
+        return got
+
+    def close(self):
+        os.close(self.peer)
+        os.close(self.hold)
+        self.proc.terminate()
+        self.proc.wait()
+
+
+def put(data, offset, fmt, value):
+    struct.pack_into("<" + fmt, data, offset, value)
+
+
+def put_text(data, offset, width, value):
+    data[offset:offset + width] = value.encode("cp1252").ljust(width, b"\0")
+
+
+def find_item(film, number):
+    for at in range(0, len(film), FILM_RECORD):
+        if read_at(film, at, "q") == number:
+            return at
+    raise Failure("item %d not in film.dat" % number)
+
+
+def log_on(s):
+    """The log-on form that every start opens after the splash, when there is one."""
+    try:
+        form = s.find_window("USER LOGON", 6)
+    except Failure:
+        return
+    time.sleep(0.3)
+    s.type(form, "7351")
+    s.key(form, "Return")
+
+
+def focused(s):
+    return s.xdotool("getwindowfocus")
+
+
+def sale(new_session):
+    s = new_session(screen=(1280, 1024))
+    # A first run makes the settings; then a pole on COM1 and a drawer on COM2.
+    s.start()
+    s.find_window("TILO Retail")
+    check(s.close() == 0, "first run did not end cleanly")
+    pole, drawer = Line(s.tmp, "pole"), Line(s.tmp, "drawer")
+    with open(os.path.join(s.shop, "ports.cfg"), "w") as f:
+        f.write("COM1=%s\nCOM2=%s\n" % (pole.port, drawer.port))
+    path = os.path.join(s.shop, "wr.cfg")
+    cfg = bytearray(open(path, "rb").read())
+    put(cfg, 40550, "i", 2)          # pole_enabled
+    put(cfg, 40558, "i", 0)          # pole_port: COM1
+    put_text(cfg, 33410, 32, "27,64")  # pole_clear
+    put_text(cfg, 33474, 32, "10")   # pole_cursor2: the second line
+    put(cfg, 1016, "q", 1)           # drawer_enabled
+    put(cfg, 40586, "i", 0)          # drawer_mode: direct
+    put(cfg, 944, "q", 1)            # drawer_port: COM2
+    put(cfg, 928, "q", 7)            # drawer_open_char
+    put(cfg, 912, "q", 2)            # drawer_repeat
+    open(path, "wb").write(bytes(cfg))
+    film_before = s.file("film.dat")
+    settings_before = s.file("wr.cfg")
+    try:
+        s.start()
+        wid = s.find_window("TILO Retail")
+        log_on(s)
+        time.sleep(1.0)
+        pole.received(wait=1.0)
+        s.type(wid, "1001")
+        s.key(wid, "Return")
+        got = pole.received()
+        check(got == b"\x1b\x40LONDON DRY G  22.00", "the pole showed %r for 1001" % got)
+        s.type(wid, "2401")
+        s.key(wid, "Return")
+        got = pole.received()
+        check(got == b"\x1b\x40CRISPS READY  0.84", "the pole showed %r for 2401" % got)
+
+        # F5: the cash form takes the focus and the pole shows the total.
+        s.key(wid, "F5")
+        got = pole.received()
+        check(got == b"\x1b\x40Total: 22.84", "the pole showed %r for the total" % got)
+        deadline = time.time() + 10
+        while focused(s) == wid and time.time() < deadline:
+            time.sleep(0.2)
+        form = focused(s)
+        check(form != wid, "the cash form did not take the focus")
+        s.xdotool("type", "--delay", "60", "2500")
+        time.sleep(0.3)
+        s.xdotool("key", "Return")
+
+        # The drawer opens, the pole shows tender and change, and the summary waits.
+        box = s.find_window("Transaction committed, summary")
+        got = drawer.received()
+        check(got == b"\x07\x07", "the drawer got %r" % got)
+        got = pole.received()
+        check(got == b"\x1b\x40Tender: 25.00\nChange: 2.16", "the pole showed %r at the end" % got)
+        # The summary stands before the commit: nothing is logged yet.
+        today = datetime.date.today()
+        check(not s.exists("%d/%d/%d/saleslog.dat" % (today.year, today.month, today.day))
+              or not s.file("%d/%d/%d/saleslog.dat" % (today.year, today.month, today.day)),
+              "the sale was logged before the summary closed")
+        time.sleep(0.3)
+        s.key(box, "Return")
+        time.sleep(1.0)
+        check(s.close() == 0, "tilo did not end cleanly")
+    finally:
+        pole.close()
+        drawer.close()
+
+    today = datetime.date.today()
+    day = "%d/%d/%d/" % (today.year, today.month, today.day)
+    clerk = read_at(s.file("wr.cfg"), 34354, "q")  # the clerk logged on
+
+    # The transaction index: its header, then number 1 on today.
+    base = s.file("%d/base.dat" % today.year)
+    check(base == struct.pack("<iiii", 0, 1, today.day, today.month),
+          "base.dat is %r" % base)
+
+    # The sales log: one record of 950 bytes, rebuilt field by field.
+    sales = s.file(day + "saleslog.dat")
+    check(len(sales) == 950, "saleslog.dat is %d bytes" % len(sales))
+    sale_time, sale_date = text_at(sales, 124, 20), text_at(sales, 144, 20)
+    check(re.fullmatch(r"\d\d:\d\d", sale_time), "sale time %r" % sale_time)
+    check(sale_date, "no sale date")
+    expected = bytearray(950)
+    struct.pack_into("<qqqii", expected, 0, 1, 1, 0, clerk, 2)
+    struct.pack_into("<8f", expected, 32, 0.0, f32(19.03), f32(19.03), f32(3.81), 0.0,
+                     f32(f32(11.20) + f32(0.30)), f32(22.84), 0.0)
+    struct.pack_into("<f", expected, 88, f32(22.84))  # tender_cash: the total, not the 25.00
+    put_text(expected, 124, 20, sale_time)
+    put_text(expected, 144, 20, sale_date)
+    put_text(expected, 354, 40, "Cash")
+    check(sales == bytes(expected), "saleslog.dat differs from the sale")
+
+    # The items log: one record of 104 bytes a line.
+    items = s.file(day + "itemslog.dat")
+    check(len(items) == 208, "itemslog.dat is %d bytes" % len(items))
+    for at, (number, category, description, price, tax, cost) in zip(
+            (0, 104), ((1001, 0, "LONDON DRY GIN 70CL", 18.33, 3.67, 11.20),
+                       (2401, 14, "CRISPS READY SALTED", 0.70, 0.14, 0.30))):
+        line = bytearray(104)
+        struct.pack_into("<qqqq", line, 0, 1, category, 0, number)
+        put_text(line, 32, 40, description)
+        struct.pack_into("<7fi", line, 72, 0.0, f32(price), f32(tax), 0.0, f32(cost), 0.0,
+                         f32(price + tax), clerk)
+        check(items[at:at + 104] == bytes(line), "itemslog.dat line of %d differs" % number)
+
+    # The two items: one fewer in stock, one more sold, the moment of the sale;
+    # every other byte of film.dat as it was.
+    film = bytearray(s.file("film.dat"))
+    check(len(film) == len(film_before), "film.dat changed size")
+    expected_film = bytearray(film_before)
+    stamp = "%s%02d/%02d/%d" % (sale_time, today.day, today.month, today.year)
+    for number in (1001, 2401):
+        at = find_item(film_before, number)
+        put(expected_film, at + 670, "i", read_at(film_before, at + 670, "i") - 1)
+        put(expected_film, at + 714, "i", read_at(film_before, at + 714, "i") + 1)
+        expected_film[at + 1810:at + 1810 + len(stamp) + 1] = stamp.encode() + b"\0"
+    check(film == expected_film, "film.dat differs beyond the two items' stock, sales and date")
+
+    # The activity log's entry for the sale.
+    log = s.file("bun4.dat").decode("cp1252")
+    entry = re.search(r"\r\n(\d\d:\d\d [^\r\n]*) Sale: 1, Total: 22\.84\r\n"
+                      r"1001  LONDON DRY GIN 70CL\r\n2401  CRISPS READY SALTED\r\n"
+                      r"Clerk: %d, [^\r\n]*   Items: 2\r\nPayment type: Cash\r\n" % clerk, log)
+    check(entry, "no sale entry in bun4.dat:\n" + log[-400:])
+
+    # The settings: the next transaction number and the day's figures.
+    cfg = s.file("wr.cfg")
+    check(read_at(cfg, 1360, "i") == 2, "transaction_number is not 2")
+    check(read_at(cfg, 320, "q") == read_at(settings_before, 320, "q") + 1,
+          "today_transactions did not rise")
+    check(read_at(cfg, 160, "q") == read_at(settings_before, 160, "q") + 2,
+          "today_items did not rise by 2")
+    for offset, name in ((41750, "till_takings"), (41814, "sales_total"),
+                         (41822, "cash_sales")):
+        check(abs(read_at(cfg, offset, "d") - read_at(settings_before, offset, "d") - 22.84)
+              < 1e-4, "%s did not rise by 22.84" % name)
+    check(read_at(cfg, 3030, "f") == read_at(settings_before, 3030, "f") + 1,
+          "count_cash_sales did not rise")
+
+
+def test(new_session):
+    sale(new_session)
+
+
+if __name__ == "__main__":
+    harness.main(test)
