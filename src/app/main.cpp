@@ -9,6 +9,7 @@
 #include <QSocketNotifier>
 #include <QStandardPaths>
 
+#include <clocale>
 #include <csignal>
 
 #include "app/ui/main_window.h"
@@ -58,6 +59,9 @@ void QuitOnSignals(QApplication& app) {
 
 int main(int argc, char** argv) {
   QApplication app(argc, argv);
+  // Qt takes the desktop's locale for the C library too; amounts, logs and files
+  // are always written with a decimal point, whatever the desktop's language.
+  std::setlocale(LC_NUMERIC, "C");
   QLockFile instance(InstanceLockPath());
   instance.setStaleLockTime(0);
   if (!instance.tryLock(0)) return 0;
