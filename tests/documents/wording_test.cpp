@@ -84,38 +84,5 @@ TEST_F(WordingTest, AnUnknownLanguageWithoutAFileLeavesTheTableEmpty) {
   EXPECT_EQ(Wording(kTotal), "");
 }
 
-TEST_F(WordingTest, TheFormShowsDefaultsBesideTheTextsInUse) {
-  G().settings.language_index = 0;
-  Loadwording();
-  SetField(G().language.slot[kTotal], "TOTAL DUE");
-  WordingForm form = Openwordingform();
-  EXPECT_EQ(form.selection, 0);
-  EXPECT_EQ(FieldText(form.defaults.slot[kTotal]), "Total");
-  EXPECT_EQ(FieldText(form.in_use.slot[kTotal]), "TOTAL DUE");
-
-  // Choosing a language without OK changes nothing in use.
-  Choosewordinglanguage(form, 3);
-  EXPECT_EQ(FieldText(form.in_use.slot[kTotal]), "Totaal");
-  EXPECT_EQ(Wording(kTotal), "TOTAL DUE");
-  EXPECT_EQ(G().settings.language_index, 0);
-  // No selection: nothing happens.
-  Choosewordinglanguage(form, -1);
-  EXPECT_EQ(form.selection, 3);
-}
-
-TEST_F(WordingTest, OkTakesAllThirtyFiveTextsButNotTheLanguageName) {
-  G().settings.language_index = 0;
-  Loadwording();
-  WordingForm form = Openwordingform();
-  Choosewordinglanguage(form, 1);
-  SetField(form.in_use.slot[kTerms], std::string(79, 'x'));
-  Acceptwordingform(form);
-  EXPECT_EQ(G().settings.language_index, 1);
-  EXPECT_EQ(Wording(kLanguageName), "English");
-  EXPECT_EQ(Wording(kReceipt), "Ricevimento");
-  EXPECT_EQ(Wording(kUnitPrice), "Prezzo unitario");
-  EXPECT_EQ(Wording(kTerms), std::string(79, 'x'));
-}
-
 }  // namespace
 }  // namespace tilo
