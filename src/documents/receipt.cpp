@@ -5,11 +5,14 @@
 #include <cmath>
 #include <cstdio>
 
+#include <unistd.h>
+
 #include "core/clock.h"
 #include "core/state.h"
 #include "core/text.h"
 #include "documents/print_job.h"
 #include "documents/wording.h"
+#include "platform/files.h"
 #include "platform/platform.h"
 #include "sale/basket.h"
 #include "sale/pricing.h"
@@ -563,6 +566,21 @@ void Printreceipt(PrintTarget& target, int kind) {
     StandardReceipt(p, count);
 
   if (font_made) target.select_font(target.stock_font());
+}
+
+void Selectlogo() {
+  // The file dialog may wander: the shop's folder is noted first and returned to.
+  char folder[4096];
+  if (!getcwd(folder, sizeof folder)) {
+    Message("Unable to locate directory.", "Problem");
+    return;
+  }
+  std::optional<std::string> path =
+      platform().choose_file("Select logo bitmap file", false, "Bitmaps (*.bmp)");
+  if (chdir(folder) != 0 || !path) return;
+  std::optional<std::string> picture = ReadWholeFile(*path);
+  if (!picture || !ReplaceFile(kLogoFile, *picture)) return;
+  Message("Updated.", "Logo picture");
 }
 
 }  // namespace tilo

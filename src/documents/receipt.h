@@ -46,4 +46,8 @@ std::string Code39modules(const std::string& text);
 // The text the barcode carries: the transaction number, at least four digits.
 std::string Barcodetext(int64_t transaction_number);
 
+// "Select logo bitmap file": copies the bitmap the operator picks over
+// receipt.bmp in the shop's folder and confirms with "Updated.".
+void Selectlogo();
+
 }  // namespace tilo
