@@ -3,7 +3,9 @@ installer, two item numbers typed, F5, the money typed and Enter, the summary
 closed with Enter; then the close-down, and every file the sale wrote is read
 back: the year's transaction index, the day's sales and items logs, the two
 item records, the activity log and the settings. The drawer and the pole hang on
-socat pty pairs, and the bytes that reached them are checked too."""
+socat pty pairs, and the bytes that reached them are checked too. The shop
+speaks Italian on its receipts, which the summary prints by itself on the
+built-in PDF printer."""
 
 import datetime
 import os
@@ -109,7 +111,13 @@ def sale(new_session):
     put(cfg, 944, "q", 1)            # drawer_port: COM2
     put(cfg, 928, "q", 7)            # drawer_open_char
     put(cfg, 912, "q", 2)            # drawer_repeat
+    put(cfg, 40694, "i", 1)          # language_index: Italiano
+    put(cfg, 40150, "i", 1)          # auto_receipt: the till receipt
+    put(cfg, 36, "i", 1)             # receipt_printer_index, and its name:
+    put_text(cfg, 32434, 200, "PDF")  # the built-in printer
     open(path, "wb").write(bytes(cfg))
+    # Without language.ini the wording is the built-in one of the language chosen.
+    os.remove(os.path.join(s.shop, "language.ini"))
     film_before = s.file("film.dat")
     settings_before = s.file("wr.cfg")
     try:
@@ -230,6 +238,20 @@ def sale(new_session):
               < 1e-4, "%s did not rise by 22.84" % name)
     check(read_at(cfg, 3030, "f") == read_at(settings_before, 3030, "f") + 1,
           "count_cash_sales did not rise")
+
+    # The receipt, in the Italian wording, went to printouts/ as a PDF.
+    printouts = sorted(os.listdir(os.path.join(s.shop, "printouts")))
+    check(len(printouts) == 1, "printouts holds %r" % printouts)
+    receipt = subprocess.run(["pdftotext", "-layout",
+                              os.path.join(s.shop, "printouts", printouts[0]), "-"],
+                             capture_output=True, text=True, check=True).stdout
+    for words in ("CORNER STORE", "Ricevimento: 1", "LONDON DRY GIN 70CL", "22.00",
+                  "CRISPS READY SALTED", "0.84", "Totale: ", "22.84", "Pagamento: Contanti",
+                  "Sostituzione del contante: 2.16"):
+        check(words in receipt, "the receipt lacks %r:\n%s" % (words, receipt))
+    language = s.file("language.ini")
+    check(len(language) == 4640 and text_at(language, 0, 80) == "Italiano"
+          and text_at(language, 80 * 16, 80) == "Rimborso", "language.ini is not the Italian table")
 
 
 def test(new_session):
