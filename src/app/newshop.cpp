@@ -24,7 +24,7 @@ struct DemoItem {
   const char* description;
   float retail;
   float cost;
-  int tax;       // 0 non taxable, 1 tax 1 and 2, 2 tax 1, 3 tax 2
+  int tax;  // 0 non taxable, 1 tax 1 and 2, 2 tax 1, 3 tax 2
   int quantity;
   int category;  // zero-based display category
   const char* barcode;

@@ -5,12 +5,18 @@ namespace tilo {
 
 char* BundleItem(FilmRecord& r, int slot) {
   switch (slot) {
-    case 1: return r.format;
-    case 2: return r.bundle_item_2;
-    case 3: return r.bundle_item_3;
-    case 4: return r.bundle_item_4;
-    case 5: return r.bundle_item_5;
-    case 6: return r.bundle_item_6;
+    case 1:
+      return r.format;
+    case 2:
+      return r.bundle_item_2;
+    case 3:
+      return r.bundle_item_3;
+    case 4:
+      return r.bundle_item_4;
+    case 5:
+      return r.bundle_item_5;
+    case 6:
+      return r.bundle_item_6;
   }
   return nullptr;
 }

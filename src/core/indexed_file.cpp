@@ -52,7 +52,7 @@ bool IndexedFile::Load() {
 
   // One sequential pass in large blocks; only the number and the name bytes of
   // each record are kept. A short read ends the walk, as a failed read does.
-  constexpr int64_t kBlockRecords = 2048;
+  constexpr int64_t kBlockRecords = 64;  // small enough to stay in the cache
   std::vector<char> block(size_t(size * kBlockRecords));
   int64_t pos = 0;
   for (;;) {
@@ -65,9 +65,12 @@ bool IndexedFile::Load() {
       if (number <= 0 && number != -1 && layout_.repair_numbers) number = -1;
       index.push_back({number, pos});
       if (on_record) on_record(pos, rec);
-      if (layout_.name_offset >= 0) std::memcpy(name_keys[size_t(pos)].data(), rec + layout_.name_offset, 2);
-      if (number < 0) ++deleted;
-      else ++live;
+      if (layout_.name_offset >= 0)
+        std::memcpy(name_keys[size_t(pos)].data(), rec + layout_.name_offset, 2);
+      if (number < 0)
+        ++deleted;
+      else
+        ++live;
     }
     if (whole * size != got) break;
   }
@@ -138,8 +141,10 @@ bool IndexedFile::Insert(const void* buffer) {
   }
   if (on_record) on_record(pos, buffer);
   ++live;
-  if (deleted < 1) ++slot_count;
-  else --deleted;
+  if (deleted < 1)
+    ++slot_count;
+  else
+    --deleted;
   position = pos;
   return true;
 }

@@ -27,7 +27,7 @@ struct IndexedFileMessages {
 struct IndexedFileLayout {
   const char* path;
   int64_t record_size;
-  int name_offset;  // where the two NameKeys bytes come from; -1 keeps no NameKeys
+  int name_offset;      // where the two NameKeys bytes come from; -1 keeps no NameKeys
   bool repair_numbers;  // numbers of zero or below count as deleted at load
   IndexedFileMessages messages;
 };

@@ -21,6 +21,8 @@ bool Removenumber();
 // Stores G().film over the record with its number.
 bool Rewritefilm();
 // True when `number` is a valid item or customer number.
-inline bool NumberInRange(int64_t number) { return number >= 1 && number <= kHighestNumber; }
+inline bool NumberInRange(int64_t number) {
+  return number >= 1 && number <= kHighestNumber;
+}
 
 }  // namespace tilo

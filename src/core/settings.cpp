@@ -134,7 +134,9 @@ bool Opensettings() {
   return true;
 }
 
-bool Savesettings() { return ReplaceFile(kSettingsFile, &G().settings, sizeof(SettingsRecord)); }
+bool Savesettings() {
+  return ReplaceFile(kSettingsFile, &G().settings, sizeof(SettingsRecord));
+}
 
 bool Firstrunsettings() {
   if (!WriteEmptyRecordFile(kFilmFile, sizeof(FilmRecord))) {
@@ -203,6 +205,8 @@ bool ReadHeadingLines(HeadingLines& h) {
   return true;
 }
 
-bool WriteHeadingLines(const HeadingLines& h) { return ReplaceFile(kHeadingFile, &h, sizeof h); }
+bool WriteHeadingLines(const HeadingLines& h) {
+  return ReplaceFile(kHeadingFile, &h, sizeof h);
+}
 
 }  // namespace tilo

@@ -41,17 +41,15 @@ bool CheckRecordFile(const SizeCheck& c) {
   return true;
 }
 
-constexpr SizeCheck kFilmCheck{"film.dat", sizeof(FilmRecord), "Unable to open film.dat in Opendata",
-                               "Film.dat has no data in Opendata.",
-                               "Data file film.dat corrupt in Opendata."};
-constexpr SizeCheck kMemberCheck{"member.dat", kMemberRecordSize,
-                                 "Data file member.dat not present in Opendata.",
-                                 "Data file member.dat no data in Opendata.",
-                                 "Data file member.dat corrupt in Opendata."};
-constexpr SizeCheck kMansCheck{"mans.dat", kMansRecordSize,
-                               "Data file mans.dat not present in Opendata.",
-                               "Data file mans.dat no data in Opendata.",
-                               "Data file mans.dat corrupt in Opendata."};
+constexpr SizeCheck kFilmCheck{
+    "film.dat", sizeof(FilmRecord), "Unable to open film.dat in Opendata",
+    "Film.dat has no data in Opendata.", "Data file film.dat corrupt in Opendata."};
+constexpr SizeCheck kMemberCheck{
+    "member.dat", kMemberRecordSize, "Data file member.dat not present in Opendata.",
+    "Data file member.dat no data in Opendata.", "Data file member.dat corrupt in Opendata."};
+constexpr SizeCheck kMansCheck{
+    "mans.dat", kMansRecordSize, "Data file mans.dat not present in Opendata.",
+    "Data file mans.dat no data in Opendata.", "Data file mans.dat corrupt in Opendata."};
 
 void LoadHeadingLines() {
   if (!ReadHeadingLines(G().heading)) DefaultHeadingLines(G().heading);
@@ -177,7 +175,8 @@ bool OpenStore() {
   s.last_used_year = g.now.year;
   if (!Savesettings()) Message("WR.CFG", kProblem);
 
-  if (!AppendToLog(StampedEntry("Switched on."))) Message("Unable to open bun4.dat in WM_CREATE.", kProblem);
+  if (!AppendToLog(StampedEntry("Switched on.")))
+    Message("Unable to open bun4.dat in WM_CREATE.", kProblem);
   if (!FileExists(kReminderFile)) {
     Message("New", "Reservation file");
     if (!CreateBlankReminderFile()) Message("Unable to create reservation file.", kProblem);

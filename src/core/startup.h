@@ -12,7 +12,7 @@ struct WindowGeometry {
   int y = 0;
   int width = 0;
   int height = 0;
-  bool fixed_size = false;  // no maximise box
+  bool fixed_size = false;     // no maximise box
   bool default_place = false;  // let the window system place and size it
 };
 

@@ -18,6 +18,8 @@ State& G() {
   return *current;
 }
 
-void ResetState() { current = std::make_unique<State>(); }
+void ResetState() {
+  current = std::make_unique<State>();
+}
 
 }  // namespace tilo

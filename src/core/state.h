@@ -54,8 +54,8 @@ struct State {
   int start_weekday = 0, start_hour = 0, start_minute = 0;
   int today_day = 0, today_month = 0, today_year = 0;
   bool open_failed = false;
-  int previous_run_minute = 0, previous_run_hour = 0, previous_run_day = 0,
-      previous_run_month = 0, previous_run_year = 0;
+  int previous_run_minute = 0, previous_run_hour = 0, previous_run_day = 0, previous_run_month = 0,
+      previous_run_year = 0;
 
   // The reminder diary's work page, held for the whole run.
   std::vector<uint8_t> reminder_page;

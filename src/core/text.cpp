@@ -7,10 +7,10 @@ namespace tilo {
 namespace {
 
 // Unicode code points of bytes 0x80..0x9F in Windows-1252; 0 where the byte is unassigned.
-constexpr char32_t kHigh[32] = {
-    0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0,      0x017D, 0,      0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
+constexpr char32_t kHigh[32] = {0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0,      0x017D, 0,
+                                0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
 
 void PutUtf8(std::string& out, char32_t c) {
   if (c < 0x80) {
@@ -73,8 +73,10 @@ std::string UpperCase(std::string_view bytes) {
   std::string out(bytes);
   for (char& ch : out) {
     unsigned char b = ch;
-    if (b >= 'a' && b <= 'z') ch = char(b - 32);
-    else if (b >= 0xE0 && b <= 0xFE && b != 0xF7) ch = char(b - 32);
+    if (b >= 'a' && b <= 'z')
+      ch = char(b - 32);
+    else if (b >= 0xE0 && b <= 0xFE && b != 0xF7)
+      ch = char(b - 32);
   }
   return out;
 }

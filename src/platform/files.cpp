@@ -22,11 +22,21 @@ bool File::open(const std::string& path, Mode mode) {
   close();
   int flags = O_CLOEXEC;
   switch (mode) {
-    case Mode::Read: flags |= O_RDONLY; break;
-    case Mode::Write: flags |= O_RDWR; break;
-    case Mode::Create: flags |= O_WRONLY | O_CREAT | O_TRUNC; break;
-    case Mode::ReadWrite: flags |= O_RDWR | O_CREAT; break;
-    case Mode::Append: flags |= O_WRONLY | O_CREAT | O_APPEND; break;
+    case Mode::Read:
+      flags |= O_RDONLY;
+      break;
+    case Mode::Write:
+      flags |= O_RDWR;
+      break;
+    case Mode::Create:
+      flags |= O_WRONLY | O_CREAT | O_TRUNC;
+      break;
+    case Mode::ReadWrite:
+      flags |= O_RDWR | O_CREAT;
+      break;
+    case Mode::Append:
+      flags |= O_WRONLY | O_CREAT | O_APPEND;
+      break;
   }
   fd_ = ::open(path.c_str(), flags, 0644);
   if (fd_ >= 0) {
@@ -68,7 +78,9 @@ bool File::write(const void* buffer, int64_t count) {
   return true;
 }
 
-bool File::seek(int64_t offset) { return fd_ >= 0 && ::lseek(fd_, offset, SEEK_SET) == offset; }
+bool File::seek(int64_t offset) {
+  return fd_ >= 0 && ::lseek(fd_, offset, SEEK_SET) == offset;
+}
 
 int64_t File::size() const {
   struct stat st {};
@@ -76,9 +88,13 @@ int64_t File::size() const {
   return st.st_size;
 }
 
-bool File::truncate(int64_t length) { return fd_ >= 0 && ::ftruncate(fd_, length) == 0; }
+bool File::truncate(int64_t length) {
+  return fd_ >= 0 && ::ftruncate(fd_, length) == 0;
+}
 
-bool File::sync() { return fd_ >= 0 && ::fdatasync(fd_) == 0; }
+bool File::sync() {
+  return fd_ >= 0 && ::fdatasync(fd_) == 0;
+}
 
 std::optional<int64_t> FileSize(const std::string& path) {
   struct stat st {};
@@ -148,6 +164,8 @@ bool MakeFolder(const std::string& path) {
   return errno == EEXIST && IsDirectory(path);
 }
 
-bool RemoveFile(const std::string& path) { return ::unlink(path.c_str()) == 0; }
+bool RemoveFile(const std::string& path) {
+  return ::unlink(path.c_str()) == 0;
+}
 
 }  // namespace tilo

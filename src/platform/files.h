@@ -14,11 +14,11 @@ namespace tilo {
 class File {
  public:
   enum class Mode {
-    Read,        // must exist
-    Write,       // must exist; read and write, no truncation
-    Create,      // created or truncated, write only
-    ReadWrite,   // read and write, created if missing
-    Append,      // appended to, created if missing
+    Read,       // must exist
+    Write,      // must exist; read and write, no truncation
+    Create,     // created or truncated, write only
+    ReadWrite,  // read and write, created if missing
+    Append,     // appended to, created if missing
   };
 
   File() = default;

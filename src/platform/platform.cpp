@@ -88,7 +88,11 @@ std::string Platform::month_date(int year, int month, int day) {
   return buf;
 }
 
-Platform& platform() { return *current; }
-void install_platform(Platform* p) { current = p ? p : &headless; }
+Platform& platform() {
+  return *current;
+}
+void install_platform(Platform* p) {
+  current = p ? p : &headless;
+}
 
 }  // namespace tilo

@@ -12,13 +12,17 @@ int Weekday(int year, int month, int day) {
   return (year + year / 4 - year / 100 + year / 400 + t[month - 1] + day) % 7;
 }
 
-ScriptedPlatform::ScriptedPlatform() { set_now(2026, 11, 22); }
+ScriptedPlatform::ScriptedPlatform() {
+  set_now(2026, 11, 22);
+}
 
 void ScriptedPlatform::set_now(int year, int month, int day, int hour, int minute) {
   clock = {year, month, Weekday(year, month, day), day, hour, minute, 0};
 }
 
-LocalTime ScriptedPlatform::now() { return clock; }
+LocalTime ScriptedPlatform::now() {
+  return clock;
+}
 
 Answer ScriptedPlatform::message(const std::string& text, const std::string& title,
                                  Buttons buttons) {
@@ -32,8 +36,8 @@ Answer ScriptedPlatform::message(const std::string& text, const std::string& tit
 }
 
 std::optional<std::string> ScriptedPlatform::prompt(const std::string& text,
-                                                    const std::string& title,
-                                                    const std::string&, bool) {
+                                                    const std::string& title, const std::string&,
+                                                    bool) {
   prompts_shown.push_back(title + ": " + text);
   if (prompts.empty()) return std::nullopt;
   auto reply = prompts.front();
@@ -59,8 +63,7 @@ std::optional<std::string> ScriptedPlatform::choose_file(const std::string&, boo
   return f;
 }
 
-std::optional<std::string> ScriptedPlatform::choose_folder(const std::string&,
-                                                           const std::string&) {
+std::optional<std::string> ScriptedPlatform::choose_folder(const std::string&, const std::string&) {
   return choose_file({}, false, {});
 }
 

@@ -18,7 +18,9 @@
 namespace tilo {
 namespace {
 
-QString Q(const std::string& s) { return QString::fromUtf8(s.data(), qsizetype(s.size())); }
+QString Q(const std::string& s) {
+  return QString::fromUtf8(s.data(), qsizetype(s.size()));
+}
 
 }  // namespace
 
@@ -28,27 +30,37 @@ Answer QtPlatform::message(const std::string& text, const std::string& title, Bu
   box.setWindowTitle(Q(title));
   box.setText(Q(text));
   switch (buttons) {
-    case Buttons::Ok: box.setStandardButtons(QMessageBox::Ok); break;
-    case Buttons::OkCancel: box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel); break;
-    case Buttons::YesNo: box.setStandardButtons(QMessageBox::Yes | QMessageBox::No); break;
+    case Buttons::Ok:
+      box.setStandardButtons(QMessageBox::Ok);
+      break;
+    case Buttons::OkCancel:
+      box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
+      break;
+    case Buttons::YesNo:
+      box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+      break;
     case Buttons::YesNoCancel:
       box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
       break;
   }
   switch (box.exec()) {
-    case QMessageBox::Cancel: return Answer::Cancel;
-    case QMessageBox::Yes: return Answer::Yes;
-    case QMessageBox::No: return Answer::No;
-    default: return Answer::Ok;
+    case QMessageBox::Cancel:
+      return Answer::Cancel;
+    case QMessageBox::Yes:
+      return Answer::Yes;
+    case QMessageBox::No:
+      return Answer::No;
+    default:
+      return Answer::Ok;
   }
 }
 
 std::optional<std::string> QtPlatform::prompt(const std::string& text, const std::string& title,
                                               const std::string& initial, bool hidden) {
   bool ok = false;
-  QString reply = QInputDialog::getText(QApplication::activeWindow(), Q(title), Q(text),
-                                        hidden ? QLineEdit::Password : QLineEdit::Normal,
-                                        Q(initial), &ok);
+  QString reply =
+      QInputDialog::getText(QApplication::activeWindow(), Q(title), Q(text),
+                            hidden ? QLineEdit::Password : QLineEdit::Normal, Q(initial), &ok);
   if (!ok) return std::nullopt;
   return reply.toStdString();
 }
@@ -117,9 +129,10 @@ std::string QtPlatform::month_date(int year, int month, int day) {
 
 std::optional<std::string> QtPlatform::choose_file(const std::string& title, bool for_saving,
                                                    const std::string& filter) {
-  QString path = for_saving
-                     ? QFileDialog::getSaveFileName(QApplication::activeWindow(), Q(title), {}, Q(filter))
-                     : QFileDialog::getOpenFileName(QApplication::activeWindow(), Q(title), {}, Q(filter));
+  QString path =
+      for_saving
+          ? QFileDialog::getSaveFileName(QApplication::activeWindow(), Q(title), {}, Q(filter))
+          : QFileDialog::getOpenFileName(QApplication::activeWindow(), Q(title), {}, Q(filter));
   if (path.isEmpty()) return std::nullopt;
   return path.toStdString();
 }
