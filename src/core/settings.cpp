@@ -66,16 +66,6 @@ void SetCommonDefaults(SettingsRecord& s) {
   for (auto& password : s.clerk_password) SetField(password, "7351");
 }
 
-void StampLastUsed(SettingsRecord& s) {
-  Timestamp();
-  const LocalTime& now = G().now;
-  s.last_used_minute = now.minute;
-  s.last_used_hour = now.hour;
-  s.last_used_day = now.day;
-  s.last_used_month = now.month;
-  s.last_used_year = now.year;
-}
-
 // One deleted record of `size` bytes: the smallest file that passes the size test.
 bool WriteEmptyRecordFile(const char* path, int64_t size) {
   std::vector<char> record(size_t(size), 0);
@@ -85,6 +75,16 @@ bool WriteEmptyRecordFile(const char* path, int64_t size) {
 }
 
 }  // namespace
+
+void StampLastUsed(SettingsRecord& s) {
+  Timestamp();
+  const LocalTime& now = G().now;
+  s.last_used_minute = now.minute;
+  s.last_used_hour = now.hour;
+  s.last_used_day = now.day;
+  s.last_used_month = now.month;
+  s.last_used_year = now.year;
+}
 
 std::string CategoryCode(const SettingsRecord& s, int n) {
   const char* code = CategoryCodeAt(const_cast<SettingsRecord&>(s), n);

@@ -659,6 +659,9 @@ bool Firstrunsettings();
 // The File reset initialiser: clears the global record but for reset_survivor and
 // sets the reset values. The caller saves it.
 void Resetsettings();
+// Reads the clock and puts the present minute, hour, day, month and year into the
+// five last-used fields.
+void StampLastUsed(SettingsRecord& s);
 // Takes the locale's currency symbol into the record (first four bytes) and marks it taken.
 void TakeLocaleCurrency(SettingsRecord& s);
 

@@ -168,11 +168,7 @@ bool OpenStore() {
   g.previous_run_day = s.last_used_day;
   g.previous_run_month = s.last_used_month;
   g.previous_run_year = s.last_used_year;
-  s.last_used_minute = g.now.minute;
-  s.last_used_hour = g.now.hour;
-  s.last_used_day = g.now.day;
-  s.last_used_month = g.now.month;
-  s.last_used_year = g.now.year;
+  StampLastUsed(s);
   if (!Savesettings()) Message("WR.CFG", kProblem);
 
   if (!AppendToLog(StampedEntry("Switched on.")))
@@ -194,12 +190,7 @@ void Closedown() {
   State& g = G();
   if (g.open_failed) return;
   SettingsRecord& s = g.settings;
-  Timestamp();
-  s.last_used_minute = g.now.minute;
-  s.last_used_hour = g.now.hour;
-  s.last_used_day = g.now.day;
-  s.last_used_month = g.now.month;
-  s.last_used_year = g.now.year;
+  StampLastUsed(s);
   if (!Savesettings()) Message("Unable to create WR.CFG at end of WinMaim", kProblem);
   WriteHeadingLines(g.heading);
   Savewording();
