@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 // The work of the commands that belong to the sale screen itself.
-#include <cstdio>
 #include <string>
 
 #include "core/customer_file.h"
 #include "core/state.h"
 #include "core/text.h"
 #include "devices/drawer.h"
+#include "documents/print_job.h"
 #include "sale/basket.h"
 #include "sale/commands.h"
 #include "sale/screen.h"
@@ -32,24 +32,6 @@ void Toggle(int32_t& flag) {
 }
 void Toggle(int64_t& flag) {
   flag = flag == 0 ? 2 : 0;
-}
-
-void IndentListings() {
-  SettingsRecord& s = G().settings;
-  if (s.listing_indent != 0) {
-    s.listing_indent = 0;
-  } else {
-    auto reply = platform().prompt("Indent (in characters, 0-40)", "Indent listings", "10");
-    if (!reply) return;
-    const int64_t indent = LeadingNumber(*reply);
-    if (indent < 0 || indent > 40) {
-      Message("Outside range", "Problem");
-      return;
-    }
-    s.listing_indent = indent;
-    Message(std::to_string(indent), "Indent set to");
-  }
-  screen_view().settings_changed();
 }
 
 void AssociateCustomer() {
@@ -111,7 +93,10 @@ void InstallScreenHandlers() {
   SetHandler(C::OpenDrawer, [](int) { Opendrawer(); });
   SetHandler(C::LogOff, [](int) { screen_view().set_title("TILO Retail"); });
 
-  SetHandler(C::IndentListings, [](int) { IndentListings(); });
+  SetHandler(C::IndentListings, [](int) {
+    Indentlistings();
+    screen_view().settings_changed();
+  });
   SetHandler(C::AssociateCustomer, [](int) { AssociateCustomer(); });
   SetHandler(C::SoundEffects, [](int) {
     Toggle(G().settings.sound_off);
