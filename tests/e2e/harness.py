@@ -31,6 +31,52 @@ def text_at(data, offset, width):
     return raw.split(b"\0", 1)[0].decode("cp1252")
 
 
+def put(data, offset, fmt, value):
+    """Writes one little-endian value of struct format `fmt` at `offset`."""
+    struct.pack_into("<" + fmt, data, offset, value)
+
+
+def put_text(data, offset, width, value):
+    """Writes a Windows-1252 field of `width` bytes, padded with zeros."""
+    data[offset:offset + width] = value.encode("cp1252").ljust(width, b"\0")
+
+
+class Line:
+    """A pty pair: the program opens `port`, the test reads what arrives."""
+
+    def __init__(self, folder, name):
+        self.port = os.path.join(folder, name)
+        peer = self.port + "-peer"
+        self.proc = subprocess.Popen(["socat", "pty,raw,echo=0,link=" + self.port,
+                                      "pty,raw,echo=0,link=" + peer])
+        for _ in range(100):
+            if os.path.exists(self.port) and os.path.exists(peer):
+                break
+            time.sleep(0.05)
+        self.hold = os.open(self.port, os.O_RDWR | os.O_NOCTTY)  # keeps the line up
+        self.peer = os.open(peer, os.O_RDWR | os.O_NOCTTY | os.O_NONBLOCK)
+
+    def received(self, wait=3.0, quiet=0.5):
+        got, deadline, last = b"", time.time() + wait, None
+        while time.time() < deadline:
+            try:
+                chunk = os.read(self.peer, 4096)
+            except BlockingIOError:
+                chunk = b""
+            if chunk:
+                got, last = got + chunk, time.time()
+            elif last and time.time() - last > quiet:
+                break
+            time.sleep(0.05)
+        return got
+
+    def close(self):
+        os.close(self.peer)
+        os.close(self.hold)
+        self.proc.terminate()
+        self.proc.wait()
+
+
 class Session:
     def __init__(self, tilo, newshop, demo=True, screen=(1280, 1024), shop=None):
         self.tilo = os.path.abspath(tilo)

@@ -15,7 +15,7 @@ import subprocess
 import time
 
 import harness
-from harness import Failure, check, read_at, text_at
+from harness import Failure, Line, check, put, put_text, read_at, text_at
 
 FILM_RECORD = 1874
 
@@ -23,50 +23,6 @@ FILM_RECORD = 1874
 def f32(value):
     """A number as the program's 32-bit floats hold it."""
     return struct.unpack("<f", struct.pack("<f", value))[0]
-
-
-class Line:
-    """A pty pair: the program opens `port`, the test reads what arrives."""
-
-    def __init__(self, folder, name):
-        self.port = os.path.join(folder, name)
-        peer = self.port + "-peer"
-        self.proc = subprocess.Popen(["socat", "pty,raw,echo=0,link=" + self.port,
-                                      "pty,raw,echo=0,link=" + peer])
-        for _ in range(100):
-            if os.path.exists(self.port) and os.path.exists(peer):
-                break
-            time.sleep(0.05)
-        self.hold = os.open(self.port, os.O_RDWR | os.O_NOCTTY)  # keeps the line up
-        self.peer = os.open(peer, os.O_RDWR | os.O_NOCTTY | os.O_NONBLOCK)
-
-    def received(self, wait=3.0, quiet=0.5):
-        got, deadline, last = b"", time.time() + wait, None
-        while time.time() < deadline:
-            try:
-                chunk = os.read(self.peer, 4096)
-            except BlockingIOError:
-                chunk = b""
-            if chunk:
-                got, last = got + chunk, time.time()
-            elif last and time.time() - last > quiet:
-                break
-            time.sleep(0.05)
-        return got
-
-    def close(self):
-        os.close(self.peer)
-        os.close(self.hold)
-        self.proc.terminate()
-        self.proc.wait()
-
-
-def put(data, offset, fmt, value):
-    struct.pack_into("<" + fmt, data, offset, value)
-
-
-def put_text(data, offset, width, value):
-    data[offset:offset + width] = value.encode("cp1252").ljust(width, b"\0")
 
 
 def find_item(film, number):

@@ -6,18 +6,13 @@ ends the program with every file as it was."""
 
 import datetime
 import os
-import struct
 import time
 
 import harness
-from harness import check, read_at
+from harness import check, put, read_at
 
 PAGE = 12932
 DATE_BOX = "If system date .* is correct select OK"
-
-
-def put(data, offset, fmt, value):
-    struct.pack_into("<" + fmt, data, offset, value)
 
 
 def takings(k):

@@ -4,56 +4,11 @@ own port, at both layouts. The drawer and the display are socat pty pairs.
 With TILO_SCREENSHOTS set, the screenshots of both layouts are kept there."""
 
 import os
-import struct
 import subprocess
 import time
 
 import harness
-from harness import check
-
-
-class Line:
-    """A pty pair: the program opens `port`, the test reads what arrives."""
-
-    def __init__(self, folder, name):
-        self.port = os.path.join(folder, name)
-        peer = self.port + "-peer"
-        self.proc = subprocess.Popen(["socat", "pty,raw,echo=0,link=" + self.port,
-                                      "pty,raw,echo=0,link=" + peer])
-        for _ in range(100):
-            if os.path.exists(self.port) and os.path.exists(peer):
-                break
-            time.sleep(0.05)
-        self.hold = os.open(self.port, os.O_RDWR | os.O_NOCTTY)  # keeps the line up
-        self.peer = os.open(peer, os.O_RDWR | os.O_NOCTTY | os.O_NONBLOCK)
-
-    def received(self, wait=3.0, quiet=0.5):
-        got, deadline, last = b"", time.time() + wait, None
-        while time.time() < deadline:
-            try:
-                chunk = os.read(self.peer, 4096)
-            except BlockingIOError:
-                chunk = b""
-            if chunk:
-                got, last = got + chunk, time.time()
-            elif last and time.time() - last > quiet:
-                break
-            time.sleep(0.05)
-        return got
-
-    def close(self):
-        os.close(self.peer)
-        os.close(self.hold)
-        self.proc.terminate()
-        self.proc.wait()
-
-
-def put(data, offset, fmt, value):
-    struct.pack_into("<" + fmt, data, offset, value)
-
-
-def text(data, offset, width, value):
-    data[offset:offset + width] = value.encode("cp1252").ljust(width, b"\0")
+from harness import Line, check, put, put_text
 
 
 def set_up_devices(s):
@@ -69,8 +24,8 @@ def set_up_devices(s):
     cfg = bytearray(open(path, "rb").read())
     put(cfg, 40550, "i", 2)          # pole_enabled
     put(cfg, 40558, "i", 0)          # pole_port: COM1
-    text(cfg, 33410, 32, "27,64")    # pole_clear
-    text(cfg, 33314, 32, "WELCOME")  # pole_passive_text
+    put_text(cfg, 33410, 32, "27,64")    # pole_clear
+    put_text(cfg, 33314, 32, "WELCOME")  # pole_passive_text
     put(cfg, 40586, "i", 0)          # drawer_mode: direct
     put(cfg, 944, "q", 1)            # drawer_port: COM2
     put(cfg, 928, "q", 7)            # drawer_open_char

@@ -6,16 +6,11 @@ off and brings the log-on form back."""
 import glob
 import os
 import re
-import struct
 import subprocess
 import time
 
 import harness
-from harness import check
-
-
-def put(data, offset, fmt, value):
-    struct.pack_into("<" + fmt, data, offset, value)
+from harness import check, put
 
 
 def pdf_text(path):
