@@ -263,7 +263,7 @@ void Addbundle(int64_t /*number*/) {
   for (int k = 0; k < 6; ++k) {
     if (items[k].empty()) continue;
     const int64_t component = LeadingNumber(items[k]);
-    if (component <= 0 || component > kHighestNumber || quantity[k] < 1) continue;
+    if (!NumberInRange(component) || quantity[k] < 1) continue;
     for (int32_t n = 0; n < quantity[k]; ++n) Addtobasket(component, free[k]);
   }
 }

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "core/customer_file.h"
+#include "core/inventory.h"
 #include "core/state.h"
 #include "core/text.h"
 #include "devices/drawer.h"
@@ -18,7 +19,7 @@ using C = Command;
 
 int64_t FindCustomerByNumber(const std::string& text) {
   const int64_t number = LeadingNumber(text);
-  if (number < 1 || number > kHighestNumber) return 0;
+  if (!NumberInRange(number)) return 0;
   return Fetchmember(number);
 }
 
