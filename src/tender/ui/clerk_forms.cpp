@@ -37,6 +37,20 @@ QLineEdit* PasswordBox(QWidget* parent, int length) {
   return box;
 }
 
+// The OK and Cancel row at the foot of a form: OK is the default button and
+// Cancel rejects the form; OK is left for the form to connect.
+QHBoxLayout* OkCancelRow(QDialog* form, QPushButton*& ok) {
+  auto* row = new QHBoxLayout;
+  ok = new QPushButton("OK", form);
+  ok->setDefault(true);
+  auto* cancel = new QPushButton("Cancel", form);
+  row->addStretch(1);
+  row->addWidget(ok);
+  row->addWidget(cancel);
+  QObject::connect(cancel, &QPushButton::clicked, form, &QDialog::reject);
+  return row;
+}
+
 void CentreOver(QWidget* form, QWidget* main_window) {
   form->adjustSize();
   if (!main_window) return;
@@ -218,16 +232,8 @@ ClerkDialog::ClerkDialog(QWidget* parent, int clerk)
   layout->addWidget(
       new QLabel("The password is not updated if the Available box is unchecked.", this), 6, 0, 1,
       2);
-  auto* buttons = new QHBoxLayout;
-  ok_ = new QPushButton("OK", this);
-  ok_->setDefault(true);
-  auto* cancel = new QPushButton("Cancel", this);
-  buttons->addStretch(1);
-  buttons->addWidget(ok_);
-  buttons->addWidget(cancel);
-  layout->addLayout(buttons, 7, 0, 1, 2);
+  layout->addLayout(OkCancelRow(this, ok_), 7, 0, 1, 2);
   connect(ok_, &QPushButton::clicked, this, &ClerkDialog::Ok);
-  connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
   CentreOver(this, parent);
 }
 
@@ -262,14 +268,7 @@ RightsDialog::RightsDialog(QWidget* parent) : QDialog(parent) {
       this);
   note->setWordWrap(true);
   layout->addWidget(note);
-  auto* buttons = new QHBoxLayout;
-  ok_ = new QPushButton("OK", this);
-  ok_->setDefault(true);
-  auto* cancel = new QPushButton("Cancel", this);
-  buttons->addStretch(1);
-  buttons->addWidget(ok_);
-  buttons->addWidget(cancel);
-  layout->addLayout(buttons);
+  layout->addLayout(OkCancelRow(this, ok_));
 
   connect(all_, &QCheckBox::clicked, this, [this](bool checked) {
     for (int r = 0; r < kRights; ++r) form_[r] = ticks_[r]->isChecked();
@@ -277,7 +276,6 @@ RightsDialog::RightsDialog(QWidget* parent) : QDialog(parent) {
     Show();
   });
   connect(ok_, &QPushButton::clicked, this, &RightsDialog::Ok);
-  connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
   form_ = Openrightsform();
   Show();
 }
