@@ -167,11 +167,20 @@ class Session:
             time.sleep(0.1)
 
     def answer(self, title, key="Return", timeout=20.0):
-        """Presses `key` in the message box titled `title`."""
+        """Presses `key` in the message box titled `title`, again if a busy
+        machine let the first press arrive before the box could take it."""
         wid = self.find_window(title, timeout)
-        time.sleep(0.3)
-        self.key(wid, key)
-        return wid
+        for _ in range(5):
+            time.sleep(0.3)
+            self.key(wid, key)
+            deadline = time.time() + 3
+            while time.time() < deadline:
+                visible = self.xdotool("search", "--onlyvisible", "--name", "^%s$" % title,
+                                       check_rc=False).split()
+                if wid not in visible:
+                    return wid
+                time.sleep(0.1)
+        raise Failure("the box %r did not take %s" % (title, key))
 
     def log_on(self, clerk=1, password="7351", timeout=20.0):
         """Logs `clerk` on at the log-on form that every start opens after the
