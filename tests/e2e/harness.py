@@ -207,6 +207,32 @@ class Session:
         self.app = None
         return rc
 
+    def with_pole_and_drawer(self, edit=None):
+        """A first run makes the settings; then the pole goes on COM1 and a
+        direct drawer on COM2, both socat pty pairs mapped by ports.cfg.
+        `edit(cfg)` may change more of wr.cfg before it is written back.
+        Returns the two lines (pole, drawer)."""
+        self.start()
+        self.find_window("TILO Retail")
+        check(self.close() == 0, "first run did not end cleanly")
+        pole, drawer = Line(self.tmp, "pole"), Line(self.tmp, "drawer")
+        with open(os.path.join(self.shop, "ports.cfg"), "w") as f:
+            f.write("COM1=%s\nCOM2=%s\n" % (pole.port, drawer.port))
+        path = os.path.join(self.shop, "wr.cfg")
+        cfg = bytearray(open(path, "rb").read())
+        put(cfg, 40550, "i", 2)            # pole_enabled
+        put(cfg, 40558, "i", 0)            # pole_port: COM1
+        put_text(cfg, 33410, 32, "27,64")  # pole_clear
+        put(cfg, 40586, "i", 0)            # drawer_mode: direct
+        put(cfg, 944, "q", 1)              # drawer_port: COM2
+        put(cfg, 928, "q", 7)              # drawer_open_char
+        put(cfg, 912, "q", 2)              # drawer_repeat
+        if edit:
+            edit(cfg)
+        with open(path, "wb") as f:
+            f.write(bytes(cfg))
+        return pole, drawer
+
     def file(self, name):
         with open(os.path.join(self.shop, name), "rb") as f:
             return f.read()

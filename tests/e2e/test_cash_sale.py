@@ -15,7 +15,7 @@ import subprocess
 import time
 
 import harness
-from harness import Failure, Line, check, put, put_text, read_at, text_at
+from harness import Failure, check, put, put_text, read_at, text_at
 
 FILM_RECORD = 1874
 
@@ -50,28 +50,14 @@ def focused(s):
 def sale(new_session):
     s = new_session(screen=(1280, 1024))
     # A first run makes the settings; then a pole on COM1 and a drawer on COM2.
-    s.start()
-    s.find_window("TILO Retail")
-    check(s.close() == 0, "first run did not end cleanly")
-    pole, drawer = Line(s.tmp, "pole"), Line(s.tmp, "drawer")
-    with open(os.path.join(s.shop, "ports.cfg"), "w") as f:
-        f.write("COM1=%s\nCOM2=%s\n" % (pole.port, drawer.port))
-    path = os.path.join(s.shop, "wr.cfg")
-    cfg = bytearray(open(path, "rb").read())
-    put(cfg, 40550, "i", 2)          # pole_enabled
-    put(cfg, 40558, "i", 0)          # pole_port: COM1
-    put_text(cfg, 33410, 32, "27,64")  # pole_clear
-    put_text(cfg, 33474, 32, "10")   # pole_cursor2: the second line
-    put(cfg, 1016, "q", 1)           # drawer_enabled
-    put(cfg, 40586, "i", 0)          # drawer_mode: direct
-    put(cfg, 944, "q", 1)            # drawer_port: COM2
-    put(cfg, 928, "q", 7)            # drawer_open_char
-    put(cfg, 912, "q", 2)            # drawer_repeat
-    put(cfg, 40694, "i", 1)          # language_index: Italiano
-    put(cfg, 40150, "i", 1)          # auto_receipt: the till receipt
-    put(cfg, 36, "i", 1)             # receipt_printer_index, and its name:
-    put_text(cfg, 32434, 200, "PDF")  # the built-in printer
-    open(path, "wb").write(bytes(cfg))
+    def edit(cfg):
+        put_text(cfg, 33474, 32, "10")   # pole_cursor2: the second line
+        put(cfg, 1016, "q", 1)           # drawer_enabled
+        put(cfg, 40694, "i", 1)          # language_index: Italiano
+        put(cfg, 40150, "i", 1)          # auto_receipt: the till receipt
+        put(cfg, 36, "i", 1)             # receipt_printer_index, and its name:
+        put_text(cfg, 32434, 200, "PDF")  # the built-in printer
+    pole, drawer = s.with_pole_and_drawer(edit)
     # Without language.ini the wording is the built-in one of the language chosen.
     os.remove(os.path.join(s.shop, "language.ini"))
     film_before = s.file("film.dat")

@@ -8,30 +8,13 @@ import subprocess
 import time
 
 import harness
-from harness import Line, check, put, put_text
+from harness import check, put_text
 
 
 def set_up_devices(s):
-    """A first run makes the settings; then the pole goes on COM1 and a direct
-    drawer on COM2, both mapped to pty pairs by ports.cfg."""
-    s.start()
-    s.find_window("TILO Retail")
-    check(s.close() == 0, "first run did not end cleanly")
-    pole, drawer = Line(s.tmp, "pole"), Line(s.tmp, "drawer")
-    with open(os.path.join(s.shop, "ports.cfg"), "w") as f:
-        f.write("COM1=%s\nCOM2=%s\n" % (pole.port, drawer.port))
-    path = os.path.join(s.shop, "wr.cfg")
-    cfg = bytearray(open(path, "rb").read())
-    put(cfg, 40550, "i", 2)          # pole_enabled
-    put(cfg, 40558, "i", 0)          # pole_port: COM1
-    put_text(cfg, 33410, 32, "27,64")    # pole_clear
-    put_text(cfg, 33314, 32, "WELCOME")  # pole_passive_text
-    put(cfg, 40586, "i", 0)          # drawer_mode: direct
-    put(cfg, 944, "q", 1)            # drawer_port: COM2
-    put(cfg, 928, "q", 7)            # drawer_open_char
-    put(cfg, 912, "q", 2)            # drawer_repeat
-    open(path, "wb").write(bytes(cfg))
-    return pole, drawer
+    """The pole and drawer on pty pairs, the pole greeting with WELCOME."""
+    return s.with_pole_and_drawer(
+        lambda cfg: put_text(cfg, 33314, 32, "WELCOME"))  # pole_passive_text
 
 
 def darkness(png, box):
