@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstdio>
 #include <ctime>
+#include <thread>
 
 namespace tilo {
 namespace {
@@ -62,6 +63,23 @@ HeadlessPlatform headless;
 Platform* current = &headless;
 
 }  // namespace
+
+namespace {
+class SilentProgress : public Progress {
+ public:
+  bool step(int64_t, int64_t) override { return true; }
+};
+}  // namespace
+
+std::unique_ptr<Progress> Platform::begin_progress(const std::string&, const std::string&, bool) {
+  return std::make_unique<SilentProgress>();
+}
+
+bool Platform::wait(const std::string&, const std::string&, int interval_ms,
+                    const std::function<bool()>& poll) {
+  while (!poll()) std::this_thread::sleep_for(std::chrono::milliseconds(interval_ms));
+  return true;
+}
 
 std::string Platform::long_date(int year, int month, int day) {
   static const char* days[] = {"Sunday",   "Monday", "Tuesday", "Wednesday",

@@ -5,6 +5,8 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -28,6 +30,17 @@ struct LocalTime {
 struct DesktopSize {
   int width = 0;
   int height = 0;
+};
+
+// Long work (a walk over a big record file, a year of history) reports its
+// steps here. The box shows only once the work has run 0.3 s: the text, a bar and
+// Cancel; while it is up the screen keeps painting.
+class Progress {
+ public:
+  virtual ~Progress() = default;
+  // `done` of `total` (a total of 0: not known). False once the operator has
+  // pressed Cancel: the work stops and leaves what it would have written unwritten.
+  virtual bool step(int64_t done, int64_t total) = 0;
 };
 
 class Platform {
@@ -62,6 +75,17 @@ class Platform {
                                                  const std::string& filter = {}) = 0;
   virtual std::optional<std::string> choose_folder(const std::string& title,
                                                    const std::string& initial = {}) = 0;
+  // Starts the progress of one piece of long work; it ends when the object goes.
+  // Without `can_cancel` the box has no Cancel and step() is always true. The
+  // default never shows anything and never cancels.
+  virtual std::unique_ptr<Progress> begin_progress(const std::string& text,
+                                                   const std::string& title,
+                                                   bool can_cancel = true);
+  // A modal wait: a box with `text` and Cancel stays painted while `poll` is
+  // called every `interval_ms`; returns true as soon as `poll` does, false when
+  // the operator cancels first. The default polls, sleeping between calls.
+  virtual bool wait(const std::string& text, const std::string& title, int interval_ms,
+                    const std::function<bool()>& poll);
 };
 
 // The platform in force. Until one is installed a headless default answers OK to

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/scripted_platform.h"
 
+#include <chrono>
 #include <cstdio>
+#include <thread>
 
 namespace tilo {
 
@@ -10,6 +12,42 @@ int Weekday(int year, int month, int day) {
   static const int t[] = {0, 3, 2, 5, 0, 3, 5, 1, 4, 6, 2, 4};
   if (month < 3) year -= 1;
   return (year + year / 4 - year / 100 + year / 400 + t[month - 1] + day) % 7;
+}
+
+namespace {
+class ScriptedProgress : public Progress {
+ public:
+  ScriptedProgress(ScriptedPlatform& owner, bool can_cancel)
+      : owner_(owner), can_cancel_(can_cancel) {}
+  bool step(int64_t, int64_t) override {
+    ++owner_.progress_steps;
+    if (!can_cancel_) return true;
+    return owner_.cancel_progress_at < 0 || owner_.progress_steps < owner_.cancel_progress_at;
+  }
+
+ private:
+  ScriptedPlatform& owner_;
+  bool can_cancel_;
+};
+}  // namespace
+
+std::unique_ptr<Progress> ScriptedPlatform::begin_progress(const std::string& text,
+                                                           const std::string& title,
+                                                           bool can_cancel) {
+  progress_shown.push_back(title + ": " + text);
+  return std::make_unique<ScriptedProgress>(*this, can_cancel);
+}
+
+bool ScriptedPlatform::wait(const std::string& text, const std::string& title, int interval_ms,
+                            const std::function<bool()>& poll) {
+  waits_shown.push_back(title + ": " + text);
+  for (int polls = 0; polls < wait_poll_limit; ++polls) {
+    if (wait_cancel_after >= 0 && polls >= wait_cancel_after) return false;
+    if (poll()) return true;
+    ticks += interval_ms;
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  }
+  return false;
 }
 
 ScriptedPlatform::ScriptedPlatform() {

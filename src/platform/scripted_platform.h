@@ -36,6 +36,15 @@ class ScriptedPlatform : public Platform {
   std::optional<std::string> choose_folder(const std::string& title,
                                            const std::string& initial) override;
 
+  std::unique_ptr<Progress> begin_progress(const std::string& text, const std::string& title,
+                                           bool can_cancel) override;
+  // Polls without sleeping, advancing the tick count by the interval each time;
+  // cancels after `wait_cancel_after` polls when that is 0 or more, and gives up
+  // (as a cancel) after `wait_poll_limit` polls, sleeping 1 ms between polls
+  // so that a peer process or thread can answer.
+  bool wait(const std::string& text, const std::string& title, int interval_ms,
+            const std::function<bool()>& poll) override;
+
   // Sets the clock; the weekday is worked out from the date.
   void set_now(int year, int month, int day, int hour = 9, int minute = 30);
   // Answers given to the next message boxes, in order; when none is queued a box
@@ -52,6 +61,15 @@ class ScriptedPlatform : public Platform {
   }
 
   std::vector<ShownMessage> messages;
+  // "title: text" of every progress begun and every wait shown.
+  std::vector<std::string> progress_shown;
+  std::vector<std::string> waits_shown;
+  // The progress presses Cancel at this step (counting step() calls from 1 over
+  // the whole run); -1 never.
+  int64_t cancel_progress_at = -1;
+  int64_t progress_steps = 0;
+  int wait_cancel_after = -1;
+  int wait_poll_limit = 20000;
   std::vector<std::string> prompts_shown;
   std::vector<int> sounds;
   std::deque<Answer> answers;

@@ -10,8 +10,11 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <QProcess>
+#include <QProgressDialog>
 #include <QScreen>
 #include <QStandardPaths>
+#include <QTimer>
+#include <algorithm>
 
 #include "platform/sounds.h"
 
@@ -143,6 +146,71 @@ std::optional<std::string> QtPlatform::choose_folder(const std::string& title,
       QFileDialog::getExistingDirectory(QApplication::activeWindow(), Q(title), Q(initial));
   if (path.isEmpty()) return std::nullopt;
   return path.toStdString();
+}
+
+namespace {
+
+// The busy box: a QProgressDialog that shows itself after 0.3 s. Steps come far
+// more often than the screen needs painting, so events are let through at most
+// every 50 ms.
+class QtProgress : public Progress {
+ public:
+  QtProgress(const std::string& text, const std::string& title, bool can_cancel)
+      : dialog_(Q(text), can_cancel ? QStringLiteral("Cancel") : QString(), 0, 0,
+                QApplication::activeWindow()) {
+    dialog_.setWindowTitle(Q(title));
+    dialog_.setWindowModality(Qt::ApplicationModal);
+    dialog_.setMinimumDuration(300);
+    dialog_.setAutoClose(false);
+    dialog_.setAutoReset(false);
+    clock_.start();
+    dialog_.setValue(0);
+  }
+  bool step(int64_t done, int64_t total) override {
+    if (clock_.elapsed() - last_ < 50) return !dialog_.wasCanceled();
+    last_ = clock_.elapsed();
+    // The bar counts in thousandths so that 64-bit totals fit its int range.
+    if (total > 0) {
+      dialog_.setMaximum(1000);
+      dialog_.setValue(static_cast<int>(std::min<int64_t>(done * 1000 / total, 999)));
+    } else {
+      dialog_.setMaximum(0);
+      dialog_.setValue(0);
+    }
+    QCoreApplication::processEvents();
+    return !dialog_.wasCanceled();
+  }
+
+ private:
+  QProgressDialog dialog_;
+  QElapsedTimer clock_;
+  qint64 last_ = 0;
+};
+
+}  // namespace
+
+std::unique_ptr<Progress> QtPlatform::begin_progress(const std::string& text,
+                                                     const std::string& title, bool can_cancel) {
+  return std::make_unique<QtProgress>(text, title, can_cancel);
+}
+
+bool QtPlatform::wait(const std::string& text, const std::string& title, int interval_ms,
+                      const std::function<bool()>& poll) {
+  if (poll()) return true;
+  QMessageBox box(QMessageBox::NoIcon, Q(title), Q(text), QMessageBox::Cancel,
+                  QApplication::activeWindow());
+  box.setObjectName("wait_box");
+  bool done = false;
+  QTimer timer;
+  QObject::connect(&timer, &QTimer::timeout, &box, [&] {
+    if (!done && poll()) {
+      done = true;
+      box.accept();
+    }
+  });
+  timer.start(interval_ms);
+  box.exec();
+  return done;
 }
 
 }  // namespace tilo

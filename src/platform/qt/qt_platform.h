@@ -23,6 +23,10 @@ class QtPlatform : public Platform {
                                          const std::string& filter) override;
   std::optional<std::string> choose_folder(const std::string& title,
                                            const std::string& initial) override;
+  std::unique_ptr<Progress> begin_progress(const std::string& text, const std::string& title,
+                                           bool can_cancel) override;
+  bool wait(const std::string& text, const std::string& title, int interval_ms,
+            const std::function<bool()>& poll) override;
 };
 
 }  // namespace tilo
