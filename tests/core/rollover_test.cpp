@@ -174,38 +174,6 @@ TEST(RolloverModel, MatchesThePlainReadingForRandomGapsAndTotals) {
   }
 }
 
-// The histories slot by slot for the gaps that matter.
-TEST(RolloverModel, HistoriesShiftSlotBySlot) {
-  for (int n : {1, 2, 3, 27, 28, 31, 32, 33}) {
-    SCOPED_TRACE("gap " + std::to_string(n));
-    SettingsRecord s{};
-    for (int k = 1; k <= 401; ++k) s.takings_history[k] = 1000 + k;
-    for (int c = 0; c < 18; ++c)
-      for (int d = 1; d <= 31; ++d) SetCategoryHistory(s, c, d, 100 * c + d);
-    s.till_takings = 77.5;
-    for (int c = 0; c < 18; ++c) s.category_total_today[c] = 0.25 + c;
-    CloseDays(s, n);
-
-    if (n >= 32) {
-      // Nothing moves, and the day's figures are lost.
-      EXPECT_EQ(s.takings_history[1], 1001);
-      EXPECT_EQ(s.takings_history[401], 1401);
-      EXPECT_EQ(CategoryHistory(s, 5, 31), 531);
-    } else {
-      for (int k = 1; k < n; ++k) EXPECT_EQ(s.takings_history[k], 0) << k;
-      EXPECT_EQ(s.takings_history[n], 77.5);
-      for (int k = n + 1; k <= 401; ++k) ASSERT_EQ(s.takings_history[k], 1000 + k - n) << k;
-      for (int c = 0; c < 18; ++c) {
-        for (int d = 1; d < n; ++d) EXPECT_EQ(CategoryHistory(s, c, d), 0);
-        EXPECT_EQ(CategoryHistory(s, c, n), 0.25 + c);
-        for (int d = n + 1; d <= 31; ++d) ASSERT_EQ(CategoryHistory(s, c, d), 100 * c + d - n);
-      }
-    }
-    EXPECT_EQ(s.till_takings, 0);
-    for (int c = 0; c < 18; ++c) EXPECT_EQ(s.category_total_today[c], 0);
-  }
-}
-
 // ---------------------------------------------------------------------------
 // The rollover inside a real start, on a shop last used on a given date.
 

@@ -140,21 +140,6 @@ TEST_F(CommandsTest, TheMenuGreysForARestrictedClerkAndTicksFollowTheSettings) {
   EXPECT_EQ(S().sound_off, 0);
 }
 
-TEST_F(CommandsTest, IndentListingsAsksForAValueAndClearsItAgain) {
-  platform_.queue_prompt("41");
-  Dispatch(Command::IndentListings);
-  EXPECT_EQ(S().listing_indent, 0);
-  platform_.queue_prompt("12");
-  Dispatch(Command::IndentListings);
-  EXPECT_EQ(S().listing_indent, 12);
-  EXPECT_TRUE(MenuEntryTicked(Command::IndentListings));
-  Dispatch(Command::IndentListings);  // set: cleared without a question
-  EXPECT_EQ(S().listing_indent, 0);
-  EXPECT_EQ(Shown(), (std::vector<std::string>{"Problem: Outside range", "Indent set to: 12"}));
-  EXPECT_EQ(platform_.prompts_shown.size(), 2u);
-  EXPECT_EQ(platform_.prompts_shown[0], "Indent listings: Indent (in characters, 0-40)");
-}
-
 TEST_F(CommandsTest, AssociateCustomerCopiesTheCustomerIntoTheBasket) {
   ASSERT_TRUE(LoadCustomerIndex());
   MemberRecord m{};
