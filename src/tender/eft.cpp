@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "core/settings.h"
 #include "core/state.h"
 #include "core/text.h"
 #include "devices/pole.h"
@@ -147,6 +148,11 @@ std::optional<float> Askcashback() {
   return float(whole);
 }
 
+// A restricted clerk may be kept from handing out cash back.
+bool Cashbackkept() {
+  return G().screen.restricted_clerk == 2 && G().settings.inhibit_cashback != 0;
+}
+
 bool DriveLetterPath(const std::string& folder) {
   return folder.size() >= 2 && folder[1] == ':' &&
          ((folder[0] >= 'A' && folder[0] <= 'Z') || (folder[0] >= 'a' && folder[0] <= 'z'));
@@ -186,6 +192,31 @@ bool Seteftfolder(const std::string& folder) {
     return false;
   }
   SetField(G().settings.eft_folder, bytes);
+  return true;
+}
+
+CardSetup Cardsetupshown() {
+  const SettingsRecord& s = G().settings;
+  CardSetup setup;
+  setup.folder = Eftfolder();
+  setup.active = On(s.eft_active);
+  setup.cashback = On(s.eft_permit_cashback);
+  setup.not_present_payment = On(s.eft_permit_cnp_payment);
+  setup.not_present_refund = On(s.eft_permit_cnp_refund);
+  setup.verbose = On(s.eft_verbose);
+  return setup;
+}
+
+bool Storecardsetup(const CardSetup& setup) {
+  if (!Seteftfolder(setup.folder)) return false;
+  SettingsRecord& s = G().settings;
+  const auto flag = [](bool on) { return on ? 2.0 : 0.0; };
+  s.eft_active = flag(setup.active);
+  s.eft_permit_cashback = flag(setup.cashback);
+  s.eft_permit_cnp_payment = flag(setup.not_present_payment);
+  s.eft_permit_cnp_refund = flag(setup.not_present_refund);
+  s.eft_verbose = flag(setup.verbose);
+  if (!Savesettings()) Message("Unable to save the settings (wr.cfg)", "Problem");
   return true;
 }
 
@@ -312,7 +343,9 @@ bool Eftexchange() {
   const SettingsRecord& s = g.settings;
   EftChoice choice = EftChoice::Payment;
   if (On(s.eft_permit_cashback) || On(s.eft_permit_cnp_payment) || On(s.eft_permit_cnp_refund)) {
-    choice = card_view().online_choice(On(s.eft_permit_cashback), On(s.eft_permit_cnp_payment));
+    // A clerk kept from cash back is kept from it whether or not cards are processed.
+    const bool cashback = On(s.eft_permit_cashback) && !Cashbackkept();
+    choice = card_view().online_choice(cashback, On(s.eft_permit_cnp_payment));
     if (choice == EftChoice::Cancel) return false;
   }
   const std::string folder = Eftfolder();
@@ -356,8 +389,7 @@ void Eftsale() {
   if (g.tender_form_open != 0) return;
   b.cash_back = 0;
   const bool processing = On(s.eft_active);
-  const bool cashback_kept = g.screen.restricted_clerk == 2 && s.inhibit_cashback != 0;
-  if (!processing && !cashback_kept) {
+  if (!processing && !Cashbackkept()) {
     const EftChoice choice = card_view().offline_choice();
     if (choice == EftChoice::Cancel) return;
     if (choice == EftChoice::PaymentCashback) {

@@ -48,6 +48,20 @@ std::string Eftfolder();
 // Stores a new card folder; false (after saying why) when it is too long to keep.
 bool Seteftfolder(const std::string& folder);
 
+// "Card processing setup" as its form shows it and stores it.
+struct CardSetup {
+  std::string folder;  // UTF-8
+  bool active = false;
+  bool cashback = false;
+  bool not_present_payment = false;
+  bool not_present_refund = false;
+  bool verbose = false;
+};
+CardSetup Cardsetupshown();
+// Keeps the folder and sets each flag to on or off, and saves the settings;
+// false (after saying why) when the folder can't be kept, with nothing stored.
+bool Storecardsetup(const CardSetup& setup);
+
 // The request texts, with a point for the decimals in every locale and no final
 // line feed.
 std::string Eftsaletext(int64_t number, float amount);
