@@ -102,16 +102,16 @@ bool Exchange(const std::string& folder, const std::string& request, int settle_
   // application has finished writing it.
   bool seen = false;
   uint64_t seen_at = 0;
-  const bool replied =
-      platform().wait("Waiting for the card terminal", "Electronic Payment", kPollMs, [&] {
-        if (!FileExists(output)) return false;
-        const uint64_t now = platform().tick_count();
-        if (!seen) {
-          seen = true;
-          seen_at = now;
-        }
-        return now - seen_at >= uint64_t(settle_ms);
-      });
+  const bool replied = platform().wait("Waiting for the card terminal to answer.",
+                                       "Waiting for the card terminal", kPollMs, [&] {
+                                         if (!FileExists(output)) return false;
+                                         const uint64_t now = platform().tick_count();
+                                         if (!seen) {
+                                           seen = true;
+                                           seen_at = now;
+                                         }
+                                         return now - seen_at >= uint64_t(settle_ms);
+                                       });
   if (!replied) {
     // The operator gave up: a request the application has not taken is taken back.
     RemoveFile(input);

@@ -175,7 +175,8 @@ TEST_F(EftTest, ARefusedOrCancelledCardLeavesTheBasketWholeAndNothingWritten) {
   terminal_.wait_cancel_after = 3;
   Eftsale();
   EXPECT_THAT(Seen(), ElementsAre("Not authorized: Cancelled"));
-  EXPECT_THAT(terminal_.waits_shown.back(), "Electronic Payment: Waiting for the card terminal");
+  EXPECT_THAT(terminal_.waits_shown.back(),
+              "Waiting for the card terminal: Waiting for the card terminal to answer.");
   EXPECT_FALSE(std::filesystem::exists(folder_ + "/card/input.txt"));
 
   // A reply that cannot be removed could pass for this sale's: nothing is asked.
