@@ -160,7 +160,9 @@ bool Reply(const Options& o, const std::string& request, const std::string& kind
   }
   Sleep(o.delay_ms);
   if (kind.rfind("split:", 0) == 0) {
-    const size_t half = text.size() / 2;
+    // Cut just after the result's "3=": read too early, the reply has no code yet.
+    const size_t mark = text.find("\n3=");
+    const size_t half = mark == std::string::npos ? text.size() / 2 : mark + 3;
     Write(output, text.substr(0, half), O_TRUNC);
     std::printf("reply (first piece): %s\n", Shown(text.substr(0, half)).c_str());
     std::fflush(stdout);

@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <optional>
 #include <string>
 
@@ -33,10 +34,18 @@ struct Terminal : ScriptedPlatform {
       std::filesystem::remove(folder + "/input.txt");
       if (reply) ShopTest::WriteBytes(folder + "/output.txt", *reply);
     }
-    return ScriptedPlatform::wait(text, title, interval_ms, poll);
+    int polls = 0;
+    return ScriptedPlatform::wait(text, title, interval_ms, [&] {
+      // The rest of a reply written in two pieces, one poll later.
+      if (++polls == 2 && !rest.empty()) {
+        std::ofstream(folder + "/output.txt", std::ios::app) << rest;
+      }
+      return poll();
+    });
   }
   bool take = true;
   std::optional<std::string> reply = "3=0";
+  std::string rest;
   std::string request;
 };
 
@@ -153,6 +162,11 @@ TEST_F(EftTest, OnlyTheResultCodeAtTheStartOfALineDecides) {
     EXPECT_EQ(Eftrefund(1.00f, false), c.approved) << terminal_.reply->substr(0, 20);
     EXPECT_THAT(Seen(), ElementsAre(c.shown)) << terminal_.reply->substr(0, 20);
   }
+  // A reply still being written when it is first seen is read once it is whole.
+  terminal_.reply = "1=41\n3=";
+  terminal_.rest = "5\n99=0";
+  EXPECT_FALSE(Eftrefund(1.00f, false));
+  EXPECT_THAT(Seen(), ElementsAre("Not authorized: Declined Offline"));
   EXPECT_EQ(Eftresulttext(65), "Invalid Security Code ( for Gift Card)");
   EXPECT_EQ(Eftresulttext(6), "Declined");
 }
