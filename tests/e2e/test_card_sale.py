@@ -2,7 +2,8 @@
 simulator: a sale with cash back that commits as EFT and opens the drawer; a
 decline (4), a captured card (16) and a reply without a result code, each told
 in a box with the basket left whole and nothing logged; and a Cancel while the
-till waits, which takes the request back. The waiting box is photographed."""
+till waits, which takes the request back. The waiting box is photographed
+(kept when TILO_SCREENSHOTS names a folder)."""
 
 import datetime
 import os
@@ -12,8 +13,16 @@ import time
 import harness
 from harness import check, put, put_text, read_at, text_at
 
-SHOTS = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "docs",
-                     "screenshots")
+
+
+def keep(s, png, name, wid):
+    """The main window's part of a screenshot, kept when TILO_SCREENSHOTS names a folder."""
+    folder = os.environ.get("TILO_SCREENSHOTS")
+    if folder:
+        os.makedirs(folder, exist_ok=True)
+        x, y, w, h = s.geometry(wid)
+        subprocess.run(["convert", png, "-crop", "%dx%d+%d+%d" % (w, h, x, y), "+repage",
+                        os.path.join(folder, name)], check=True)
 
 
 def log_on(s):
@@ -48,7 +57,7 @@ def test(new_session):
     pole, drawer = s.with_pole_and_drawer(edit)
     sim_out = open(os.path.join(s.tmp, "cardsim.log"), "w")
     sim = subprocess.Popen(
-        [os.path.join(os.path.dirname(s.newshop), "tilo-cardsim"), card, "--delay", "1500",
+        [os.path.join(os.path.dirname(s.newshop), "tilo-cardsim"), card, "--delay", "2500",
          "--reply", "0", "--reply", "4", "--reply", "16", "--reply", "nokey3", "--reply", "leave"],
         stdout=sim_out, stderr=subprocess.STDOUT)
     try:
@@ -67,9 +76,9 @@ def test(new_session):
         s.key(cash_back, "Return")
         s.find_window("Waiting for the card terminal")
         time.sleep(0.5)
-        os.makedirs(SHOTS, exist_ok=True)
-        s.screenshot(os.path.join(SHOTS, "card-waiting.png"))
-        drawer.received(wait=0.5)
+        shot = os.path.join(s.tmp, "waiting.png")
+        s.screenshot(shot)
+        keep(s, shot, "card-waiting.png", wid)
         s.answer("Transaction committed, summary")
         got = drawer.received()
         check(got == b"\x07\x07", "the drawer got %r" % got)
