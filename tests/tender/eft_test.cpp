@@ -227,16 +227,27 @@ TEST_F(EftTest, ACardSaleCommitsAsEftWithItsCashBack) {
   EXPECT_EQ(r->tender_eft, 12.50f);
   EXPECT_EQ(r->cash_back, 150.0f);
 
-  // With processing off the sale is only recorded; a restricted clerk kept from
-  // cash back is not offered it, with or without processing.
+  // With processing off the sale is only recorded, the cash back with it.
   S().eft_active = 0.0;
+  choices_.amount = "5";
+  terminal_.request.clear();
+  Sell();
+  Eftsale();
+  EXPECT_EQ(terminal_.request, "");
+  EXPECT_FALSE(std::filesystem::exists(folder_ + "/card/input.txt"));
+  EXPECT_EQ(S().transaction_number, number + 2);
+  EXPECT_DOUBLE_EQ(S().cashback_today, 155.0);
+  EXPECT_EQ(Bytes(SalesLogPath(2024, 3, 15)).size(), 2 * sizeof(SalesLogRecord));
+
+  // A restricted clerk kept from cash back is not offered it, with or without
+  // processing.
   G().screen.restricted_clerk = 2;
   S().inhibit_cashback = 2;
   choices_.choice = EftChoice::Cancel;  // would stop the sale, were the box shown
   Sell();
   Eftsale();
   EXPECT_EQ(B().line_count, 0);
-  EXPECT_EQ(S().transaction_number, number + 2);
+  EXPECT_EQ(S().transaction_number, number + 3);
   S().eft_active = 2.0;
   Sell();
   Eftsale();

@@ -4,8 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QCheckBox>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QTimer>
 
@@ -87,28 +85,6 @@ TEST_F(CardFormsTest, ThePaymentBoxShowsTheButtonsTheSettingsPermit) {
     EXPECT_TRUE(box->findChild<QPushButton*>("cashback")->isVisibleTo(box));
   });
   EXPECT_EQ(platform_.shown().size(), 0u);
-}
-
-TEST_F(CardFormsTest, SetupShowsTheFolderInFullAndStoresTheTicks) {
-  const std::string home = std::string(std::getenv("HOME")) + "/YESEFT";
-  G().settings.eft_permit_cnp_refund = 1.0;
-  bool seen = false;
-  QTimer::singleShot(0, [&] {
-    auto* form = qobject_cast<CardSetupForm*>(QApplication::activeModalWidget());
-    ASSERT_NE(form, nullptr);
-    seen = true;
-    EXPECT_EQ(form->windowTitle(), "Yes-Pay EasyVTerminal Card Payment Setup ");
-    EXPECT_EQ(form->folder()->text().toStdString(), home);
-    EXPECT_TRUE(form->findChild<QCheckBox*>("notPresentRefund")->isChecked());
-    form->folder()->setText("/srv/cards");
-    form->active()->setChecked(true);
-    form->ok()->click();
-  });
-  Dispatch(Command::CardSetup);
-  ASSERT_TRUE(seen);
-  EXPECT_STREQ(G().settings.eft_folder, "/srv/cards");
-  EXPECT_EQ(G().settings.eft_active, 2.0);
-  EXPECT_EQ(G().settings.eft_permit_cnp_refund, 2.0);
 }
 
 }  // namespace
