@@ -26,9 +26,8 @@ namespace {
 CardView default_view;
 CardView* current_view = &default_view;
 
-// The card application may not take longer than this to finish writing its
-// reply once the file is there: a sale waits longer, its reply being the one
-// that moves money.
+// Once its reply appears, the card application is given this long to finish
+// writing it: a sale waits longer, its reply being the one that moves money.
 constexpr int kSaleSettleMs = 400;
 constexpr int kOtherSettleMs = 200;
 constexpr int kPollMs = 200;
@@ -102,16 +101,17 @@ bool Exchange(const std::string& folder, const std::string& request, int settle_
   // application has finished writing it.
   bool seen = false;
   uint64_t seen_at = 0;
+  const auto ready = [&] {
+    if (!FileExists(output)) return false;
+    const uint64_t now = platform().tick_count();
+    if (!seen) {
+      seen = true;
+      seen_at = now;
+    }
+    return now - seen_at >= uint64_t(settle_ms);
+  };
   const bool replied = platform().wait("Waiting for the card terminal to answer.",
-                                       "Waiting for the card terminal", kPollMs, [&] {
-                                         if (!FileExists(output)) return false;
-                                         const uint64_t now = platform().tick_count();
-                                         if (!seen) {
-                                           seen = true;
-                                           seen_at = now;
-                                         }
-                                         return now - seen_at >= uint64_t(settle_ms);
-                                       });
+                                       "Waiting for the card terminal", kPollMs, ready);
   if (!replied) {
     // The operator gave up: a request the application has not taken is taken back.
     RemoveFile(input);
