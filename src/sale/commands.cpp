@@ -194,7 +194,7 @@ const std::vector<CommandEntry> kTable = {
     {C::NextCategory, "", "Next category", "", false},
     {C::CategoryButton, "", "Category", "", false},
     {C::QuickSelect, "", "Quick select", "", false},
-    {C::EftManual, "", "Manual card transaction", "", false},
+    {C::EftManual, "Payments", "Manual card transaction", "", false},
     {C::TakingsDisplay, "", "Takings", "", false},
     {C::ItemFind, "", "Item find", "", false},
 };
