@@ -15,6 +15,7 @@
 #include "sale/ui/item_box.h"
 #include "sale/ui/sale_screen.h"
 #include "sale/ui/tool_icons.h"
+#include "tender/ui/adjust_forms.h"
 #include "tender/ui/cash_form.h"
 #include "tender/ui/till_forms.h"
 
@@ -50,6 +51,7 @@ MainWindow::MainWindow(DesktopSize desktop, bool open_store) : desktop_(desktop)
   InstallScreenHandlers();
   InstallTillHandlers();
   InstallTenderHandlers();
+  InstallAdjustHandlers();
   InstallDocumentHandlers();
   buildMenus();
   buildToolBar();
