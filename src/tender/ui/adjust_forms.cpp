@@ -145,6 +145,13 @@ void TillForm::setAmountBox(QLineEdit* box) {
   box->setFocus();
 }
 
+void TillForm::showEvent(QShowEvent* event) {
+  QDialog::showEvent(event);
+  if (placed_) return;
+  placed_ = true;
+  PlaceOverTill(this);
+}
+
 void TillForm::Close(bool cancelled) {
   closed_ = true;
   SetTenderAmountField(nullptr);

@@ -28,6 +28,8 @@ class TillForm : public QDialog {
   void reject() override;  // Escape is "Cancel"
 
  protected:
+  // Placed over the till once its frame is known.
+  void showEvent(QShowEvent* event) override;
   // The box the keypad types into; takes the focus when the form opens.
   void setAmountBox(QLineEdit* box);
   // Destroys the form, then (`cancelled`) gives the commands back.
@@ -36,6 +38,7 @@ class TillForm : public QDialog {
 
  private:
   bool closed_ = false;
+  bool placed_ = false;
 };
 
 // The read-only block of the two line forms and its five figures.
