@@ -130,26 +130,6 @@ TEST_F(AdjustFormsTest, CostsHideFromOtherClerksAndCancelChangesNothing) {
   EXPECT_EQ(form->cost()->text(), "2.50");
 }
 
-TEST_F(AdjustFormsTest, TheDiscountFormOpensOnTheRateAndTakesAPick) {
-  G().settings.discount_button_rate = 10;
-  Dispatch(Command::AddDiscount);
-  QPointer<DiscountForm> form;
-  for (QWidget* w : QApplication::topLevelWidgets())
-    if (auto* f = qobject_cast<DiscountForm*>(w); f && f->isVisible()) form = f;
-  ASSERT_TRUE(form);
-  EXPECT_EQ(form->objectName(), "DISCOUN2");
-  EXPECT_EQ(form->percent()->currentText(), "10.00");
-  EXPECT_EQ(form->discount()->text(), "40");
-  EXPECT_EQ(form->amended()->text(), "3.60");
-  form->percent()->activated(5);  // 2.50%: 10 cents
-  EXPECT_EQ(form->discount()->text(), "10");
-  form->ok()->click();
-  Settle();
-  EXPECT_FALSE(form);
-  EXPECT_EQ(MoneyText(G().basket.total), "3.90");
-  EXPECT_EQ(MoneyText(G().basket.total_discount), "0.10");
-}
-
 TEST_F(AdjustFormsTest, TheNonInventoryFormBuildsItsLineFromItsKeys) {
   G().settings.non_inventory_taxable = 2;
   G().settings.tax1_switch = 1;
