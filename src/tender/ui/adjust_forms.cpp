@@ -87,7 +87,7 @@ void SetFigures(QLineEdit* const (&boxes)[5], const Figures& f) {
   for (int n = 0; n < 5; ++n) boxes[n]->setText(Q(*texts[n]));
 }
 
-QHBoxLayout* OkCancel(TillForm* form, QPushButton** ok, QPushButton* first = nullptr) {
+QHBoxLayout* OkCancel(PriceChangeForm* form, QPushButton** ok, QPushButton* first = nullptr) {
   auto* row = new QHBoxLayout;
   if (first) row->addWidget(first);
   *ok = Button(form, "OK", "ok");
@@ -123,7 +123,7 @@ QtAdjustView qt_view;
 
 }  // namespace
 
-TillForm::TillForm(QWidget* main_window, const char* name, const char* title)
+PriceChangeForm::PriceChangeForm(QWidget* main_window, const char* name, const char* title)
     : QDialog(main_window, Qt::Dialog) {
   setObjectName(name);
   setWindowTitle(title);
@@ -133,26 +133,26 @@ TillForm::TillForm(QWidget* main_window, const char* name, const char* title)
   G().tender_form_open = 2;
 }
 
-TillForm::~TillForm() {
+PriceChangeForm::~PriceChangeForm() {
   if (amount_box_ && TenderAmountField() == amount_box_) SetTenderAmountField(nullptr);
   if (!closed_) G().tender_form_open = 0;
 }
 
-void TillForm::setAmountBox(QLineEdit* box) {
+void PriceChangeForm::setAmountBox(QLineEdit* box) {
   amount_box_ = box;
   SetTenderAmountField(box);
   PlaceOverTill(this);
   box->setFocus();
 }
 
-void TillForm::showEvent(QShowEvent* event) {
+void PriceChangeForm::showEvent(QShowEvent* event) {
   QDialog::showEvent(event);
   if (placed_) return;
   placed_ = true;
   PlaceOverTill(this);
 }
 
-void TillForm::Close(bool cancelled) {
+void PriceChangeForm::Close(bool cancelled) {
   closed_ = true;
   SetTenderAmountField(nullptr);
   hide();
@@ -160,12 +160,12 @@ void TillForm::Close(bool cancelled) {
   if (cancelled) Canceltender();
 }
 
-void TillForm::reject() {
+void PriceChangeForm::reject() {
   if (!closed_) Close(true);
 }
 
 LineForm::LineForm(QWidget* main_window, const char* name, const char* title)
-    : TillForm(main_window, name, title), adjust_(Openadjust()) {
+    : PriceChangeForm(main_window, name, title), adjust_(Openadjust()) {
   auto* layout = new QVBoxLayout(this);
   auto* grid = new QGridLayout;
   grid->addWidget(new QLabel("Item number", this), 0, 0);
@@ -269,7 +269,7 @@ AdjustWeightForm::AdjustWeightForm(QWidget* main_window)
 }
 
 DiscountForm::DiscountForm(QWidget* main_window, bool on_total)
-    : TillForm(main_window, on_total ? "DISCOUNTWO" : "DISCOUN2", "Discount total"),
+    : PriceChangeForm(main_window, on_total ? "DISCOUNTWO" : "DISCOUN2", "Discount total"),
       state_(Opendiscount()) {
   auto* layout = new QVBoxLayout(this);
   auto* grid = new QGridLayout;

@@ -20,11 +20,11 @@ namespace tilo {
 
 // What the modeless forms share: one at a time, the commands locked while it is
 // up, the keypad and a refused command going to its amount box.
-class TillForm : public QDialog {
+class PriceChangeForm : public QDialog {
   Q_OBJECT
  public:
-  TillForm(QWidget* main_window, const char* name, const char* title);
-  ~TillForm() override;
+  PriceChangeForm(QWidget* main_window, const char* name, const char* title);
+  ~PriceChangeForm() override;
   void reject() override;  // Escape is "Cancel"
 
  protected:
@@ -42,7 +42,7 @@ class TillForm : public QDialog {
 };
 
 // The read-only block of the two line forms and its five figures.
-class LineForm : public TillForm {
+class LineForm : public PriceChangeForm {
   Q_OBJECT
  public:
   LineForm(QWidget* main_window, const char* name, const char* title);
@@ -98,7 +98,7 @@ class AdjustWeightForm : public LineForm {
   QPushButton* ok_;
 };
 
-class DiscountForm : public TillForm {
+class DiscountForm : public PriceChangeForm {
   Q_OBJECT
  public:
   explicit DiscountForm(QWidget* main_window, bool on_total);

@@ -59,7 +59,7 @@ class AdjustFormsTest : public ShopTest {
   }
   void TearDown() override {
     for (QWidget* w : QApplication::topLevelWidgets())
-      if (qobject_cast<TillForm*>(w)) delete w;
+      if (qobject_cast<PriceChangeForm*>(w)) delete w;
     window_.reset();
     ClearHandlers();
     ShopTest::TearDown();
