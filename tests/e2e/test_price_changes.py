@@ -1,8 +1,9 @@
 """A sale with its price changed in the real program: on a demo shop an item
 is scanned, the Adjust button gives it a new price, Ctrl+K adds a carrier bag
-not kept in stock, and the sale is paid in cash. The day's sales and items logs
-must carry the new figures, the bag as a line of its own in category 18, and
-the pole must have shown the bag as it was added."""
+not kept in stock, Transactions > Add discount takes 1.55 off the sale, and the
+sale is paid in cash. The day's sales log must carry the discounted figures and
+the items log the new price, the bag as a line of its own in category 18; the
+pole must have shown the bag as it was added."""
 
 import datetime
 import struct
@@ -33,6 +34,14 @@ def item_box_top(s, wid):
     raise Failure("no item box in the window")
 
 
+def gone(s, title):
+    """Waits for the form titled `title` to close."""
+    deadline = time.time() + 10
+    while s.xdotool("search", "--onlyvisible", "--name", "^%s$" % title, check_rc=False):
+        check(time.time() < deadline, "%r stayed open" % title)
+        time.sleep(0.2)
+
+
 def sale(new_session):
     s = new_session(screen=(1280, 1024))
     pole, drawer = s.with_pole_and_drawer(
@@ -55,10 +64,7 @@ def sale(new_session):
         time.sleep(0.3)
         s.type(form, "1500")
         s.key(form, "Return")
-        deadline = time.time() + 10
-        while s.xdotool("search", "--onlyvisible", "--name", "^Adjust item price$",
-                        check_rc=False) and time.time() < deadline:
-            time.sleep(0.2)
+        gone(s, "Adjust item price")
 
         # A bag off the shelf: Ctrl+K, its name, Tab to the price, Enter adds it.
         s.key(wid, "ctrl+k")
@@ -71,9 +77,19 @@ def sale(new_session):
         got = pole.received()
         check(got == b"\x1b\x40Bag 0.50", "the pole showed %r for the bag" % got)
 
+        # The menu by keys: Alt, right to Transactions, down to Add discount.
+        s.key(wid, "alt", *(["Right"] * 9), "Down")
+        s.xdotool("key", "--delay", "60", *(["Down"] * 7), "Return")
+        form = s.find_window("Discount total")
+        time.sleep(0.3)
+        s.type(form, "155")
+        s.key(form, "Return")
+        gone(s, "Discount total")
+        pole.received(wait=1.0)
+
         s.key(wid, "F5")
         got = pole.received()
-        check(got == b"\x1b\x40Total: 18.50", "the pole showed %r for the total" % got)
+        check(got == b"\x1b\x40Total: 16.65", "the pole showed %r for the total" % got)
         deadline = time.time() + 10
         while s.xdotool("getwindowfocus") == wid and time.time() < deadline:
             time.sleep(0.2)
@@ -92,7 +108,10 @@ def sale(new_session):
     sales = s.file(day + "saleslog.dat")
     check(len(sales) == 950, "saleslog.dat is %d bytes" % len(sales))
     figures = struct.unpack_from("<8f", sales, 32)
-    expected = (f32(0.50), f32(15.00), f32(15.50), f32(3.00), 0.0, f32(11.20), f32(18.50), 0.0)
+    # The discount shared out: 0.05 of it off the bag, the rest off the taxed
+    # part, and tax 1 down with it.
+    expected = (f32(0.45), f32(13.50), f32(13.95), f32(2.70), 0.0, f32(11.20), f32(16.65),
+                f32(1.55))
     check(figures == expected, "saleslog.dat holds %r, not %r" % (figures, expected))
     check(struct.unpack_from("<i", sales, 28)[0] == 2, "the sale does not have two lines")
 
