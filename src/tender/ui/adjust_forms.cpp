@@ -207,7 +207,12 @@ AdjustPriceForm::AdjustPriceForm(QWidget* main_window)
   connect(amended_, &QLineEdit::textChanged, this, &AdjustPriceForm::Typed);
   connect(zero_, &QPushButton::clicked, this, [this] {
     amended_->setText("0");
-    if (Adjustzero(adjust_)) Close(false);
+    const bool taken = Adjustzero(adjust_);
+    showFigures();  // the zeros stay on show when the basket refused them
+    if (taken)
+      Close(false);
+    else
+      amended_->setFocus();
   });
   connect(ok_, &QPushButton::clicked, this, [this] {
     if (Adjustok(adjust_, amended_->text().toStdString()))
