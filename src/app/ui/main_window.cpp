@@ -16,6 +16,7 @@
 #include "sale/ui/sale_screen.h"
 #include "sale/ui/tool_icons.h"
 #include "tender/ui/card_forms.h"
+#include "tender/ui/adjust_forms.h"
 #include "tender/ui/cash_form.h"
 #include "tender/ui/till_forms.h"
 
@@ -52,6 +53,7 @@ MainWindow::MainWindow(DesktopSize desktop, bool open_store) : desktop_(desktop)
   InstallTillHandlers();
   InstallTenderHandlers();
   InstallCardHandlers();
+  InstallAdjustHandlers();
   InstallDocumentHandlers();
   buildMenus();
   buildToolBar();
