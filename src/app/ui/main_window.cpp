@@ -17,6 +17,7 @@
 #include "sale/ui/tool_icons.h"
 #include "tender/ui/card_forms.h"
 #include "tender/ui/cash_form.h"
+#include "tender/ui/refund_forms.h"
 #include "tender/ui/till_forms.h"
 
 namespace tilo {
@@ -52,6 +53,8 @@ MainWindow::MainWindow(DesktopSize desktop, bool open_store) : desktop_(desktop)
   InstallTillHandlers();
   InstallTenderHandlers();
   InstallCardHandlers();
+  InstallRefundHandlers();
+  InstallBrowserHandlers();
   InstallDocumentHandlers();
   buildMenus();
   buildToolBar();
