@@ -80,10 +80,11 @@ bool CardRefundApproved() {
   return Cardrefund(not_present);
 }
 
+// Subtracted from nothing, so a figure of 0 stays 0 rather than turning "-0.00".
 void Negate(Basket& b) {
   for (float* f : {&b.total_non_taxable, &b.total_taxable, &b.subtotal, &b.total_tax1,
                    &b.total_tax2, &b.total_cost, &b.total, &b.total_discount})
-    *f = -*f;
+    *f = 0.0f - *f;
 }
 
 void AddToTotals(const Basket& b, int method) {
