@@ -21,6 +21,7 @@
 #include "sale/commit.h"
 #include "sale/pricing.h"
 #include "tender/cash.h"
+#include "tender/eft.h"
 #include "tender/printdocument.h"
 #include "tender/tender_view.h"
 
@@ -61,12 +62,6 @@ bool CreditCustomer() {
   return true;
 }
 
-// The card exchange of a refund, until the card application is wired in.
-bool Cardrefund(bool /*not_present*/) {
-  Message("Card refunds need the card application", kProblem);
-  return false;
-}
-
 // The card refund, when the shop takes cards through the card application.
 bool CardRefundApproved() {
   const SettingsRecord& s = G().settings;
@@ -77,7 +72,8 @@ bool CardRefundApproved() {
     if (how == CardRefund::Cancel) return false;
     not_present = how == CardRefund::NotPresent;
   }
-  return Cardrefund(not_present);
+  // The card is refunded the total as it stands, before the refund makes it negative.
+  return Eftrefund(G().basket.total, not_present);
 }
 
 // Subtracted from nothing, so a figure of 0 stays 0 rather than turning "-0.00".

@@ -18,6 +18,7 @@
 #include "documents/print_service.h"
 #include "documents/recording_target.h"
 #include "sale/sale_fixture.h"
+#include "tender/eft.h"
 #include "tender/refund.h"
 
 namespace tilo {
@@ -26,12 +27,26 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
+// The card application: takes the request and answers `reply` at once.
+struct Terminal : ScriptedPlatform {
+  bool wait(const std::string& text, const std::string& title, int interval_ms,
+            const std::function<bool()>& poll) override {
+    request = ShopTest::Bytes(Eftfolder() + "/input.txt");
+    std::remove((Eftfolder() + "/input.txt").c_str());
+    ShopTest::WriteBytes(Eftfolder() + "/output.txt", reply);
+    return ScriptedPlatform::wait(text, title, interval_ms, poll);
+  }
+  std::string reply, request;
+};
+
 struct ScriptedRefund : RefundView {
   std::optional<RefundChoice> refund_form() override {
     fields = Refundformfields();
     return choice;
   }
+  CardRefund card_refund_box() override { return card; }
   std::optional<RefundChoice> choice;
+  CardRefund card = CardRefund::Present;
   std::vector<std::pair<std::string, std::string>> fields;
 };
 
@@ -202,6 +217,37 @@ TEST_F(RefundTest, GivingUpAnywhereLeavesTheBasketAndTheFilesAlone) {
   Refundbasket();
   EXPECT_THAT(platform_.shown(),
               ElementsAre("7 Name: ANN SMITH: Credit this customer?", "Problem: No items"));
+}
+
+TEST_F(RefundTest, ACardRefundSendsThePositiveTotalAndADeclineWritesNothing) {
+  Terminal terminal;
+  terminal.set_now(2024, 3, 15, 14, 5);
+  install_platform(&terminal);
+  SetField(S().eft_folder, folder_);
+  S().eft_active = 2.0;
+  S().eft_permit_cnp_refund = 2.0;
+  view_.choice = RefundChoice{kEftRefund, false, false};
+  const int32_t number = S().transaction_number;
+  const std::string sent = "1=" + std::to_string(number) + "\n2=20\n3=14.50\n12=1\n99=0";
+
+  Fill();
+  terminal.reply = "3=4";
+  view_.card = CardRefund::NotPresent;
+  Refundbasket();
+  EXPECT_EQ(terminal.request, sent);
+  view_.card = CardRefund::Cancel;
+  Refundbasket();
+  EXPECT_EQ(S().transaction_number, number);
+  EXPECT_FLOAT_EQ(B().total, 14.50f);
+  EXPECT_TRUE(ReadSalesLog(2024, 3, 15).empty());
+
+  terminal.reply = "3=0";
+  view_.card = CardRefund::NotPresent;
+  Refundbasket();
+  install_platform(&platform_);
+  EXPECT_EQ(terminal.request, sent);
+  EXPECT_EQ(S().transaction_number, number + 1);
+  EXPECT_FLOAT_EQ(ReadSalesLog(2024, 3, 15).back().tender_eft, -14.50f);
 }
 
 TEST_F(RefundTest, AMissingInventoryFileStopsTheRefundWithItsNumberUsed) {
