@@ -39,6 +39,14 @@ std::string Decimal(int64_t n) {
   return std::to_string(static_cast<long long>(n));
 }
 
+// A new log's name reaches the disk only with its folder, and a new folder's with
+// the folders above it.
+void SyncNewLog(int year, int month, int day) {
+  for (const std::string& folder :
+       {DayFolder(year, month, day), MonthFolder(year, month), YearFolder(year), std::string(".")})
+    SyncFolder(folder);
+}
+
 std::string CustomerText(const Basket& b) {
   return Cp1252ToUtf8(Decimal(b.customer_number) + " " + FieldText(b.customer_name));
 }
@@ -191,7 +199,7 @@ bool ReturnLines(bool faulty, int year, int month, int day) {
   const bool created = !FileExists(ItemsLogPath(year, month, day));
   if (!lines.empty() && !AppendItemsLog(year, month, day, lines))
     Message("Unable to open items log.", kProblem);
-  if (created) SyncFolder(DayFolder(year, month, day));
+  if (created) SyncNewLog(year, month, day);
   return whole;
 }
 
@@ -226,7 +234,7 @@ bool WriteRefund(const RefundChoice& choice) {
   const bool created = !FileExists(SalesLogPath(year, month, day));
   if (!AppendSalesLog(year, month, day, SalesLogRecordOf(b)))
     Message("Unable to open sales log.", kProblem);
-  if (created) SyncFolder(DayFolder(year, month, day));
+  if (created) SyncNewLog(year, month, day);
   if (!ReturnLines(choice.faulty, year, month, day)) return false;
   LogRefund(b, choice.method);
   return true;
