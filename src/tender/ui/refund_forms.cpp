@@ -150,7 +150,10 @@ InvoiceListDialog::InvoiceListDialog(QWidget* parent, const std::vector<std::str
   list_->setObjectName("list");
   list_->setUniformItemSizes(true);
   for (const std::string& line : lines) list_->addItem(Q(line));
-  if (list_->count() > 0) list_->setCurrentRow(list_->count() - 1);
+  if (list_->count() > 0) {
+    list_->setCurrentRow(list_->count() - 1);
+    list_->scrollToBottom();
+  }
   connect(list_, &QListWidget::itemDoubleClicked, this, &QDialog::accept);
   layout->addWidget(list_);
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
