@@ -123,14 +123,14 @@ enum class Command : int {
   PurgeLogFiles = 1070,
   TillReconciliation = 4111,
   TillCloseout,
-  // Transactions
-  FindTransaction,
-  DisplayTransaction,
-  TransactionsInDay,
-  TransactionsInMonth,
-  TransactionsInYear,
-  DiscountedTransactions,
-  ReprintLast,
+  // Transactions: the finder tells its commands apart by these numbers
+  FindTransaction = 3033,
+  DisplayTransaction = 1067,
+  TransactionsInDay = 1022,
+  TransactionsInMonth = 1025,
+  TransactionsInYear = 1065,
+  DiscountedTransactions = 1036,
+  ReprintLast = 1039,
   AddDiscount = 2409,
   AddNote = 4120,
   AssociateCustomer,
@@ -256,6 +256,8 @@ void InstallScreenHandlers();
 // Until the customer search installs its own, only numbers are looked up.
 using CustomerFind = std::function<int64_t(const std::string& text)>;
 void SetCustomerFind(CustomerFind find);
+// Runs the customer find in force on `text` (Windows-1252).
+int64_t Customerfind(const std::string& text);
 
 // The rights of a restricted clerk: false when the command is kept from them.
 bool Gate(Command command);

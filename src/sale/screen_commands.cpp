@@ -71,6 +71,10 @@ void SetCustomerFind(CustomerFind find) {
   customer_find() = find ? std::move(find) : FindCustomerByNumber;
 }
 
+int64_t Customerfind(const std::string& text) {
+  return customer_find()(text);
+}
+
 void InstallScreenHandlers() {
   SetHandler(C::ScrollBack, [](int) { Scrollquickselect(-1); });
   SetHandler(C::ScrollForward, [](int) { Scrollquickselect(+1); });

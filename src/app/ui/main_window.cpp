@@ -18,6 +18,7 @@
 #include "tender/ui/card_forms.h"
 #include "tender/ui/adjust_forms.h"
 #include "tender/ui/cash_form.h"
+#include "tender/ui/refund_forms.h"
 #include "tender/ui/till_forms.h"
 
 namespace tilo {
@@ -54,6 +55,8 @@ MainWindow::MainWindow(DesktopSize desktop, bool open_store) : desktop_(desktop)
   InstallTenderHandlers();
   InstallCardHandlers();
   InstallAdjustHandlers();
+  InstallRefundHandlers();
+  InstallBrowserHandlers();
   InstallDocumentHandlers();
   buildMenus();
   buildToolBar();

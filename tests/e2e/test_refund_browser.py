@@ -1,0 +1,157 @@
+"""A refund and a reprint in the real program. A cash sale of one item, paid
+exactly, prints its till receipt by itself; the same item is refunded in cash,
+which writes the sale back negated and puts the item back in stock; F11 finds
+transaction 1 and its "Till receipt" prints a page equal to the first, barcode
+and all. With TILO_SCREENSHOTS set, the "Transaction" form is kept there."""
+
+import glob
+import os
+import struct
+import subprocess
+import time
+
+import harness
+from harness import check, put
+
+SALE = 950
+LINE = 104
+FILM = 1874
+
+
+def pdf_text(path):
+    return subprocess.run(["pdftotext", "-layout", path, "-"], capture_output=True,
+                          text=True, check=True).stdout
+
+
+def printouts(s):
+    return sorted(glob.glob(os.path.join(s.shop, "printouts", "*.pdf")))
+
+
+def wait_for(condition, what, timeout=15.0):
+    deadline = time.time() + timeout
+    while time.time() < deadline:
+        if condition():
+            return
+        time.sleep(0.2)
+    raise harness.Failure("no %s within %.0f s" % (what, timeout))
+
+
+def day_file(s, name):
+    (path,) = glob.glob(os.path.join(s.shop, "[0-9]*", "[0-9]*", "[0-9]*", name))
+    return open(path, "rb").read()
+
+
+def quantity(s, number):
+    film = s.file("film.dat")
+    for at in range(0, len(film), FILM):
+        if struct.unpack_from("<q", film, at)[0] == number:
+            return struct.unpack_from("<i", film, at + 670)[0]
+    raise harness.Failure("item %d not in film.dat" % number)
+
+
+def refunded(sale, number, sequence):
+    """The sale's record as its refund must read: numbered anew, the figures
+    negated, paid back in cash, the payment type "Refund"; time and date are
+    compared apart."""
+    r = bytearray(sale)
+    struct.pack_into("<qq", r, 0, number, sequence)
+    for at in range(32, 64, 4):
+        struct.pack_into("<f", r, at, 0.0 - struct.unpack_from("<f", sale, at)[0])
+    struct.pack_into("<f", r, 88, struct.unpack_from("<f", r, 56)[0])
+    r[354:394] = b"Refund".ljust(40, b"\0")
+    r[124:164] = bytes(40)
+    return bytes(r)
+
+
+def keep(s, wid, name):
+    folder = os.environ.get("TILO_SCREENSHOTS")
+    if folder:
+        os.makedirs(folder, exist_ok=True)
+        shot = os.path.join(s.tmp, "screen.png")
+        s.screenshot(shot)
+        x, y, w, h = s.geometry(wid)
+        subprocess.run(["convert", shot, "-crop", "%dx%d+%d+%d" % (w, h, x, y), "+repage",
+                        os.path.join(folder, name)], check=True)
+
+
+def test(new_session):
+    s = new_session()
+    cfg = bytearray(s.file("wr.cfg"))
+    put(cfg, 40150, "i", 1)  # auto_receipt: "Till receipt"
+    put(cfg, 40650, "i", 2)  # receipt_barcode
+    with open(os.path.join(s.shop, "wr.cfg"), "wb") as f:
+        f.write(bytes(cfg))
+    stock = quantity(s, 1001)
+
+    s.start()
+    s.find_window("TILO Retail")
+    s.log_on()
+    title = "TILO Retail    Assoc: 1, Administrator"
+    wid = s.find_window(title)
+
+    # Transaction 1: 22.00 paid exactly.
+    s.type(wid, "1001")
+    s.key(wid, "Return")
+    s.key(wid, "F5")
+    time.sleep(1.0)
+    s.xdotool("type", "--delay", "60", "2200")
+    s.xdotool("key", "Return")
+    s.answer("Transaction committed, summary")
+    wait_for(lambda: len(printouts(s)) == 1, "till receipt")
+    check(quantity(s, 1001) == stock - 1, "the sale did not take the item from stock")
+
+    # The same item back: the Refund button, then OK on the refund form (cash,
+    # back to stock).
+    wid = s.find_window(title)
+    s.type(wid, "1001")
+    s.key(wid, "Return")
+    time.sleep(0.5)
+    s.xdotool("mousemove", "--window", wid, 206, 297, "click", "1")
+    s.answer("Refund")
+    wait_for(lambda: len(day_file(s, "saleslog.dat")) == 2 * SALE, "refund in the sales log")
+    check(quantity(s, 1001) == stock, "the refund did not put the item back in stock")
+
+    sales, items = day_file(s, "saleslog.dat"), day_file(s, "itemslog.dat")
+    sale, refund = sales[:SALE], sales[SALE:]
+    got, want = refund[:124] + bytes(40) + refund[164:], refunded(sale, 2, 2)
+    check(got == want, "the refund's record is not the sale's negated, from byte %s" %
+          [i for i in range(SALE) if got[i] != want[i]][:8])
+    check(len(items) == 2 * LINE, "the refund did not log its line")
+    check(items[LINE:] == struct.pack("<q", 2) + items[8:LINE],
+          "the refund's line is not the sale's line, positive")
+    year = glob.glob(os.path.join(s.shop, "[0-9]*", "base.dat"))[0]
+    base = open(year, "rb").read()
+    check(base[4:16][:4] == struct.pack("<i", 1) and base[16:20] == struct.pack("<i", 2)
+          and base[8:16] == base[20:28] and len(base) == 28,
+          "base.dat does not hold the sale and the refund on one day")
+    check(struct.unpack_from("<i", s.file("wr.cfg"), 1360)[0] == 3,
+          "wr.cfg does not hold the next number after the refund")
+
+    # F11, transaction 1, "Till receipt" (three back from OK), then OK.
+    wid = s.find_window(title)
+    s.key(wid, "F11")
+    prompt = s.find_window("Display transaction")
+    time.sleep(0.3)
+    s.type(prompt, "1")
+    s.key(prompt, "Return")
+    form = s.find_window("Transaction")
+    time.sleep(0.5)
+    keep(s, form, "transaction-form.png")
+    s.key(form, "shift+Tab", "shift+Tab", "shift+Tab", "space")
+    wait_for(lambda: len(printouts(s)) == 2, "reprint")
+    s.key(form, "Return")
+    check(s.close() == 0, "tilo did not end cleanly")
+
+    first, reprint = printouts(s)
+    check(pdf_text(reprint) == pdf_text(first),
+          "the reprint differs:\n%s\n---\n%s" % (pdf_text(first), pdf_text(reprint)))
+    check("Receipt: 1" in pdf_text(first), "the receipt is not transaction 1's")
+    png = os.path.join(s.tmp, "reprint")
+    subprocess.run(["pdftoppm", "-r", "200", "-png", "-singlefile", reprint, png], check=True)
+    code = subprocess.run(["zbarimg", "--quiet", "--raw", png + ".png"], capture_output=True,
+                          text=True).stdout.strip()
+    check(code == "0001", "the reprint's barcode reads %r" % code)
+
+
+if __name__ == "__main__":
+    harness.main(test)
