@@ -140,6 +140,4 @@ void Newbundle();
 bool Selectcomponent(BundleForm& form, int row, const std::string& reply);
 void Removecomponent(BundleForm& form, int row);
 
-void InstallInventoryHandlers();
-
 }  // namespace tilo
