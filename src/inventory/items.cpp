@@ -337,7 +337,7 @@ void Newline() {
 }
 
 void Amendinventory() {
-  std::optional<std::string> reply = platform().prompt("Amend item", "Amend inventory");
+  std::optional<std::string> reply = platform().prompt("Amend item", "Amend item");
   if (!reply || Findforprompt(*reply) == 0) return;
   if (G().film.is_bundle == 2) {
     Amendbundle();
@@ -367,7 +367,7 @@ void Amendinventory() {
 
 void Deleteinventory() {
   std::optional<std::string> reply =
-      platform().prompt("Delete item number / description", "Delete inventory");
+      platform().prompt("Delete item number / description", "Delete item");
   if (!reply || Findforprompt(*reply) == 0) return;
   const int64_t number = G().film.number;
   const std::string description = FieldText(G().film.description);
