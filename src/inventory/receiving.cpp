@@ -11,6 +11,7 @@
 #include "core/clock.h"
 #include "core/history.h"
 #include "core/inventory.h"
+#include "core/number_index.h"
 #include "core/settings.h"
 #include "core/state.h"
 #include "core/text.h"
@@ -110,15 +111,30 @@ ReceiveButton WalkSku1(const std::string& text) {
   return ReceiveButton::Cancel;
 }
 
-std::string Describe(int64_t number, std::unordered_map<int64_t, std::string>& known) {
-  auto it = known.find(number);
-  if (it != known.end()) return it->second;
-  std::string description;
-  FilmRecord r;
-  if (G().films.Contains(number) && G().films.Fetch(number, &r) == number)
-    description = FieldText(r.description);
-  known.emplace(number, description);
-  return description;
+// The descriptions of the numbers a report names, read in one pass over
+// film.dat in file order: the description bytes of each record only. A number
+// no longer in the index (the item deleted) has none.
+std::unordered_map<int64_t, std::string> Describe(std::vector<int64_t> numbers) {
+  std::sort(numbers.begin(), numbers.end());
+  numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
+  std::vector<std::pair<int64_t, int64_t>> places;  // position, number
+  const NumberIndex& index = G().films.index;
+  for (int64_t n : numbers) {
+    const size_t slot = Findnumber(index, n);
+    if (slot < index.size() && index[slot].number == n) places.push_back({index[slot].position, n});
+  }
+  std::sort(places.begin(), places.end());
+  std::unordered_map<int64_t, std::string> found;
+  File f(kFilmFile, File::Mode::Read);
+  if (!f) return found;
+  char description[sizeof FilmRecord::description];
+  for (const auto& [position, n] : places) {
+    const int64_t at =
+        position * int64_t(sizeof(FilmRecord)) + int64_t(offsetof(FilmRecord, description));
+    if (f.seek(at) && f.read(description, sizeof description) == int64_t(sizeof description))
+      found.emplace(n, FieldText(description));
+  }
+  return found;
 }
 
 }  // namespace
@@ -159,24 +175,37 @@ void Inventoryreceivedbysku() {
 }
 
 std::vector<std::string> Receivedlines(const ReportPeriod& period) {
-  std::vector<std::string> lines;
-  std::unordered_map<int64_t, std::string> known;
+  struct Entry {
+    std::string date;
+    StockInRecord record;
+  };
+  std::vector<Entry> entries;
+  std::vector<int64_t> numbers;
   Foreachday(period, [&](int y, int m, int d) {
     std::optional<std::string> bytes = ReadWholeFile(StockInPath(y, m, d));
     if (!bytes || bytes->size() < sizeof(StockInRecord)) return;
     const std::string date = Utf8ToCp1252(Localdate(y, m, d, "%d/%d/%d"));
     const size_t count = bytes->size() / sizeof(StockInRecord);
     for (size_t i = 0; i < count; ++i) {
-      StockInRecord rec;
-      std::memcpy(&rec, bytes->data() + i * sizeof rec, sizeof rec);
-      const std::string description = rec.number >= 1 ? Describe(rec.number, known) : "";
-      char number[24], received[24];
-      std::snprintf(number, sizeof number, "%lld", static_cast<long long>(rec.number));
-      std::snprintf(received, sizeof received, "%lld", static_cast<long long>(rec.received));
-      lines.push_back(date + "         " + number + " " + description +
-                      "        Quantity: " + received);
+      Entry e{date, {}};
+      std::memcpy(&e.record, bytes->data() + i * sizeof e.record, sizeof e.record);
+      if (e.record.number >= 1) numbers.push_back(e.record.number);
+      entries.push_back(std::move(e));
     }
   });
+  const std::unordered_map<int64_t, std::string> descriptions = Describe(std::move(numbers));
+  std::vector<std::string> lines;
+  lines.reserve(entries.size());
+  for (const Entry& e : entries) {
+    auto it = descriptions.find(e.record.number);
+    const std::string none;
+    char number[24], received[24];
+    std::snprintf(number, sizeof number, "%lld", static_cast<long long>(e.record.number));
+    std::snprintf(received, sizeof received, "%lld", static_cast<long long>(e.record.received));
+    lines.push_back(e.date + "         " + number + " " +
+                    (it == descriptions.end() ? none : it->second) +
+                    "        Quantity: " + received);
+  }
   return lines;
 }
 
