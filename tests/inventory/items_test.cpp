@@ -6,6 +6,7 @@
 #include "core/activity_log.h"
 #include "inventory/inventory_fixture.h"
 #include "platform/sounds.h"
+#include "sale/screen.h"
 
 namespace tilo {
 namespace {
@@ -206,6 +207,22 @@ TEST_F(InventoryTest, AmendKeepsReservedBytesAndAllowsAZeroPrice) {
   }
 }
 
+TEST_F(InventoryTest, AnAmendThatCannotBeWrittenLeavesTheNameKeys) {
+  Stock(40, 5.0f, 0, 3, "OLD NAME");
+  platform_.queue_prompt("40");
+  view_.items = {[](ItemForm& form) {
+    SetField(form.record.description, "NEW NAME");
+    // The disk fills up while the form is open.
+    std::filesystem::rename("film.dat", "film.bak");
+    std::filesystem::create_symlink("/dev/full", "film.dat");
+    return ItemButton::Ok;
+  }};
+  Amendinventory();
+  EXPECT_TRUE(platform_.sounds.empty());  // no confirm
+  EXPECT_EQ(Shown(), std::vector<std::string>{"Problem: Film.dat"});
+  EXPECT_EQ(G().films.name_keys[0], (NameKey{'O', 'L'}));
+}
+
 TEST_F(InventoryTest, DeleteLogsInBun4AndAFailedLogStillLosesTheRecord) {
   Stock(7, 1.0f, 0, 1, "TEA POT");
   Stock(8, 1.0f, 0, 1, "CUP");
@@ -313,6 +330,43 @@ TEST_F(InventoryTest, ReadyReckonerTakesTheTaxOutOfAPrice) {
   S().tax2_rate = 0;
   EXPECT_EQ(Readyreckoner("12.00", true, true), "10.00");  // the one rate above 0
   EXPECT_EQ(Readyreckoner("12.00", false, true), std::nullopt);
+}
+
+}  // namespace
+}  // namespace tilo
+
+namespace tilo {
+namespace {
+
+TEST_F(InventoryTest, QuickSelectFollowsEveryAddAmendAndDelete) {
+  WatchInventory();
+  S().current_category = 3;
+  Stock(1, 1.0f);  // category 3
+  auto shown = [] {
+    std::vector<int64_t> numbers;
+    for (int64_t n : G().screen.quick_number)
+      if (n) numbers.push_back(n);
+    return numbers;
+  };
+  view_.items = {[](ItemForm& form) {
+    form.record.number = 2;
+    SetField(form.record.description, "NEW ONE");
+    form.record.cost_price = form.record.retail_price = 1;
+    form.record.display_category = 3;
+    return ItemButton::Ok;
+  }};
+  Newline();
+  EXPECT_EQ(shown(), (std::vector<int64_t>{1, 2}));
+  platform_.queue_prompt("1");
+  view_.items = {[](ItemForm& form) {
+    form.record.omit_quick_select = 2;
+    return ItemButton::Ok;
+  }};
+  Amendinventory();
+  EXPECT_EQ(shown(), (std::vector<int64_t>{2}));
+  platform_.queue_prompt("2");
+  Deleteinventory();
+  EXPECT_EQ(shown(), std::vector<int64_t>{});
 }
 
 }  // namespace
