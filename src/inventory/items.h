@@ -75,8 +75,6 @@ class InventoryView {
   virtual void view_bundle(const FilmRecord& /*record*/) {}
   // Form 808, "Receive Inventory".
   virtual ReceiveButton receive_item(ReceiveForm& /*form*/) { return ReceiveButton::Cancel; }
-  // The item's picture on form 800 and view 801, left to the picture subsystem.
-  virtual void picture_changed(const FilmRecord& /*record*/) {}
 };
 
 InventoryView& inventory_view();

@@ -27,6 +27,11 @@
 namespace tilo {
 namespace {
 
+ItemPictureDrawer& PictureDrawer() {
+  static ItemPictureDrawer drawer;
+  return drawer;
+}
+
 constexpr const char* kRequired = "QLineEdit { background: #ffff99; }";
 
 QString Screen(const std::string& bytes) {
@@ -225,7 +230,7 @@ ItemDialog::ItemDialog(QWidget* parent, const ItemForm& form) : QDialog(parent),
   buttons_["&Next"]->setVisible(adds);
   edit("Number")->setReadOnly(form.mode == ItemFormMode::Refused);
   Show(form.record);
-  inventory_view().picture_changed(form.record);
+  if (PictureDrawer()) PictureDrawer()(picture_, form.record);
 }
 
 QLineEdit* ItemDialog::AddEdit(const QString& label, int limit, bool upper, bool required) {
@@ -617,6 +622,10 @@ class QtInventoryView : public InventoryView {
 QtInventoryView qt_view;
 
 }  // namespace
+
+void SetItemPictureDrawer(ItemPictureDrawer drawer) {
+  PictureDrawer() = std::move(drawer);
+}
 
 void InstallInventoryHandlers() {
   install_inventory_view(&qt_view);

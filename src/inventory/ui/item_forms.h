@@ -6,6 +6,7 @@
 
 #include <QDialog>
 #include <array>
+#include <functional>
 #include <map>
 
 #include "inventory/items.h"
@@ -134,6 +135,12 @@ class ReceiveDialog : public QDialog {
   std::array<QComboBox*, 3> sell_by_{};
   ReceiveButton pressed_ = ReceiveButton::Cancel;
 };
+
+// Draws an item's picture into the 48 by 48 box of form 800 (the item's own
+// file or its stock picture); the pictures subsystem installs it. Until then the
+// box stays empty.
+using ItemPictureDrawer = std::function<void(QLabel* box, const FilmRecord& record)>;
+void SetItemPictureDrawer(ItemPictureDrawer drawer);
 
 // The Qt forms behind the inventory commands, and the commands themselves.
 void InstallInventoryHandlers();
