@@ -119,10 +119,8 @@ void SetItemDescriptionFind(ItemDescriptionFind find) {
 int64_t Findforprompt(const std::string& reply) {
   const std::string text = UpperCase(Utf8ToCp1252(reply)).substr(0, 34);
   const int64_t number = LeadingNumber(text);
-  if (number >= 1) {
-    if (!NumberInRange(number) || !G().films.Contains(number)) return 0;
-    return Fetchfilm(number);
-  }
+  // Digits beyond the highest number are taken as description text.
+  if (NumberInRange(number)) return Fetchfilm(number);
   if (text.empty() || !description_find) return 0;
   return description_find(text);
 }

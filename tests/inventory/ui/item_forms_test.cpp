@@ -8,7 +8,6 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateEdit>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
@@ -116,44 +115,6 @@ TEST_F(ItemFormsTest, ReadyReckonerFillsBothPrices) {
   d.grossPrice()->clear();
   QTest::keyClicks(d.grossPrice(), "12.50");
   EXPECT_EQ(d.edit("Retail price")->text(), "10.00");
-}
-
-TEST_F(ItemFormsTest, BundleRowsAndTheReceiveFormCollect) {
-  FilmRecord soap{};
-  soap.number = 5;
-  SetField(soap.description, "SOAP");
-  soap.quantity = 4;
-  soap.sell_by_year = 2;
-  ASSERT_TRUE(Insertnumber(soap));
-  BundleForm form;
-  form.record.bundle_quantity[2] = 1;
-  BundleDialog bundle(nullptr, form);
-  EXPECT_EQ(bundle.windowTitle(), "Add inventory bundle");
-  platform_.queue_prompt("5");
-  bundle.select(2)->click();
-  EXPECT_EQ(bundle.component(2)->text(), "5");
-  EXPECT_EQ(bundle.componentText(2)->text(), "SOAP");
-  bundle.quantity(2)->setCurrentIndex(2);
-  bundle.free(2)->setChecked(true);
-  bundle.Collect();
-  EXPECT_EQ(FieldText(BundleItem(bundle.form().record, 3), 20), "5");
-  EXPECT_EQ(bundle.form().record.bundle_quantity[2], 3);
-  EXPECT_EQ(bundle.form().record.bundle_free[2], 2);
-  bundle.remove(2)->click();
-  EXPECT_EQ(bundle.component(2)->text(), "");
-
-  ReceiveForm receive{soap, ""};
-  ReceiveDialog d(nullptr, receive);
-  EXPECT_EQ(d.windowTitle(), "Receive Inventory");
-  EXPECT_EQ(d.updatedTotal()->text(), "4");
-  EXPECT_EQ(d.sellBy(2)->currentText(), "2013");
-  QTest::keyClicks(d.quantity(), "12");
-  EXPECT_EQ(d.updatedTotal()->text(), "16");
-  d.sellBy(0)->setCurrentIndex(9);
-  d.Collect(receive);
-  EXPECT_EQ(receive.quantity, "12");
-  EXPECT_EQ(receive.record.sell_by_day, 9);
-  EXPECT_EQ(receive.record.sell_by_year, 2);
 }
 
 // The PDF printer without the printer dialog.
