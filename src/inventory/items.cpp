@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "inventory/items.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -425,7 +426,11 @@ bool Selectcomponent(BundleForm& form, int row, const std::string& reply) {
     Message("Bundle may not contain a bundle", kProblem);
     return false;
   }
-  SetField(*reinterpret_cast<char(*)[20]>(BundleItem(form.record, row + 1)), NumberText(n));
+  // A component slot holds at most 18 digits and its terminator.
+  char* slot = BundleItem(form.record, row + 1);
+  const std::string digits = NumberText(n);
+  std::memset(slot, 0, 20);
+  std::memcpy(slot, digits.data(), std::min<size_t>(digits.size(), 18));
   form.component_text[row] = FieldText(G().film_bundle.description);
   return true;
 }
