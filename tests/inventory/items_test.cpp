@@ -287,6 +287,19 @@ TEST_F(InventoryTest, AFormMadeBundleSellsItsComponentsEvenWithOneDeleted) {
   Newbundle();
   EXPECT_EQ(Shown(), std::vector<std::string>{"Problem: No items selected"});
 
+  // Amend opens the bundle form, not form 800, with the components described.
+  platform_.queue_prompt("4");
+  view_.bundles = {[](BundleForm& f) {
+    EXPECT_TRUE(f.amend);
+    EXPECT_EQ(f.component_text[4], "TOWEL");
+    SetField(f.record.description, "SPA SET");
+    return true;
+  }};
+  Amendinventory();
+  EXPECT_TRUE(view_.opened.empty());
+  EXPECT_EQ(FieldText(Item(4).description), "SPA SET");
+  EXPECT_EQ(Item(4).is_bundle, 2);
+
   platform_.queue_prompt("1");
   Deleteinventory();
   platform_.clear_record();
