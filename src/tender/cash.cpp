@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 
 #include "core/clock.h"
 #include "core/state.h"
@@ -65,7 +66,8 @@ void Stampbasket() {
   SetField(g.basket.sale_time, text);
   std::snprintf(g.pretty_date, sizeof g.pretty_date, "00:00%2d/%2d/%d", now.day, now.month,
                 now.year);
-  if (Shortdate()) {
+  // A short date too long for the sale's 20-byte field is not cut: the plain one is kept.
+  if (Shortdate() && std::strlen(g.pretty_date) < sizeof g.basket.sale_date) {
     SetField(g.basket.sale_date, g.pretty_date);
   } else {
     std::snprintf(text, sizeof text, "D:%2d M:%2d Y:%d", now.day, now.month, now.year);

@@ -370,6 +370,12 @@ bool Eftexchange() {
   return Exchange(folder, request, kSaleSettleMs, Failures::Detailed);
 }
 
+bool Eftexchange(float amount) {
+  const std::string folder = Eftfolder();
+  if (!Clearreply(folder)) return false;
+  return Exchange(folder, Eftsaletext(NextNumber(), amount), kSaleSettleMs, Failures::Detailed);
+}
+
 bool Eftrefund(float total, bool not_present) {
   const std::string folder = Eftfolder();
   if (!Clearreply(folder)) return false;

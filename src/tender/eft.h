@@ -82,6 +82,9 @@ std::string Eftresulttext(int code);
 // permitted, and sets the basket's cash back for a payment with cash back. A
 // failure leaves the basket as it was.
 bool Eftexchange();
+// One plain card sale of `amount`, with no choice of kind: the card part of a
+// payment split with cash. True when approved.
+bool Eftexchange(float amount);
 // One card refund of `total` (the refund's total before it is made negative),
 // under the number the refund will commit with; `not_present` marks a refund
 // with the cardholder not present. True when approved.

@@ -20,6 +20,7 @@
 #include "tender/ui/card_forms.h"
 #include "tender/ui/cash_form.h"
 #include "tender/ui/refund_forms.h"
+#include "tender/ui/split_form.h"
 #include "tender/ui/till_forms.h"
 
 namespace tilo {
@@ -58,6 +59,7 @@ MainWindow::MainWindow(DesktopSize desktop, bool open_store) : desktop_(desktop)
   InstallAdjustHandlers();
   InstallRefundHandlers();
   InstallBrowserHandlers();
+  InstallSplitHandlers();
   InstallDocumentHandlers();
   InstallInventoryHandlers();
   buildMenus();

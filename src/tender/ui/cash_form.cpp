@@ -20,6 +20,7 @@
 #include "sale/ui/sale_screen.h"
 #include "tender/cash.h"
 #include "tender/printdocument.h"
+#include "tender/split.h"
 #include "tender/tender_view.h"
 
 namespace tilo {
@@ -84,16 +85,14 @@ void PlaceOverTill(QWidget* form) {
   form->move(t.x() + (t.width() - size.width()) / 2, t.bottom() - 10 - size.height());
 }
 
-CashForm::CashForm(QWidget* main_window)
-    : QDialog(main_window, Qt::Dialog | Qt::FramelessWindowHint) {
+CashForm::CashForm(QWidget* main_window, CashStep step)
+    : QDialog(main_window, Qt::Dialog | Qt::FramelessWindowHint), step_(step) {
   setObjectName("CASHBOX");
   setModal(false);
   setAttribute(Qt::WA_DeleteOnClose);
   setFont(FormFont());
-  const float total = G().basket.total;
-
   auto* layout = new QVBoxLayout(this);
-  total_ = new QLabel(Money(total), this);
+  total_ = new QLabel(Money(Due()), this);
   total_->setObjectName("total");
   total_->setAlignment(Qt::AlignCenter);
   QFont big = total_->font();
@@ -121,9 +120,8 @@ CashForm::CashForm(QWidget* main_window)
   layout->addLayout(grid);
 
   auto* notes = new QHBoxLayout;
-  const double values[3] = {G().note_button1, G().note_button2, G().note_button3};
   for (int n = 0; n < 3; ++n) {
-    notes_[n] = new QPushButton(Money(values[n]), this);
+    notes_[n] = new QPushButton(Money(Notes()[n]), this);
     notes_[n]->setObjectName(QString("note%1").arg(n + 1));
     notes_[n]->setAutoDefault(false);
     notes->addWidget(notes_[n]);
@@ -163,7 +161,7 @@ CashForm::~CashForm() {
 void CashForm::Typed() {
   const std::string typed = tendered_->text().left(19).toStdString();
   SetField(G().amount_text, Amounttext(typed, false));
-  const ChangeShown shown = Livechange(typed, G().basket.total);
+  const ChangeShown shown = Livechange(typed, Due());
   change_->setText(QString::fromStdString(shown.text));
   SetBackground(change_, shown.short_of_total ? kShort : kCovered);
 }
@@ -178,38 +176,58 @@ void CashForm::Close() {
 void CashForm::Ok() {
   const std::string typed = tendered_->text().left(19).toStdString();
   SetField(G().amount_text, Amounttext(typed, true));
+  const std::string shown = change_->text().toStdString();
   const std::optional<CashSettled> settled =
-      Cashok(typed, change_->text().toStdString(), G().basket.total);
+      step_ == CashStep::Split ? Splitcashok(typed, shown) : Cashok(typed, shown, Due());
   if (!settled) {
     Message("Less than total", "Problem");
     tendered_->setFocus();
     return;
   }
   Close();
-  Finishcash(*settled);  // the form is gone: nothing of it is touched after this
+  Pay(*settled);  // the form is gone: nothing of it is touched after this
 }
 
 void CashForm::Note(int n) {
-  const double values[3] = {G().note_button1, G().note_button2, G().note_button3};
-  const std::optional<CashSettled> settled = Cashnote(values[n], G().basket.total);
+  const std::optional<CashSettled> settled = Cashnote(Notes()[n], Due());
   if (!settled) {
     Message("Less than total", "Problem");
     tendered_->setFocus();
     return;
   }
   Close();
-  Finishcash(*settled);
+  Pay(*settled);
 }
 
 void CashForm::Exact() {
-  const CashSettled settled = Cashexact(G().basket.total);
+  const CashSettled settled = Cashexact(Due());
   Close();
-  Finishcash(settled);
+  Pay(settled);
 }
 
 void CashForm::Cancel() {
   Close();
-  Canceltender();
+  if (step_ == CashStep::Split)
+    Cancelsplit();
+  else
+    Canceltender();
+}
+
+float CashForm::Due() const {
+  return step_ == CashStep::Split ? G().basket.tender_cash : G().basket.total;
+}
+
+// After a split only the cash part is taken here, and the other part with it.
+void CashForm::Pay(const CashSettled& settled) {
+  if (step_ == CashStep::Split)
+    Paysplit(settled);
+  else
+    Finishcash(settled);
+}
+
+std::array<double, 3> CashForm::Notes() const {
+  if (step_ == CashStep::Split) return kSplitNotes;
+  return {G().note_button1, G().note_button2, G().note_button3};
 }
 
 void CashForm::reject() {

@@ -3,6 +3,9 @@
 #pragma once
 
 #include <QDialog>
+#include <array>
+
+#include "tender/cash.h"
 
 class QLineEdit;
 class QPushButton;
@@ -10,10 +13,14 @@ class QLabel;
 
 namespace tilo {
 
+// What the cash form takes: a whole cash sale, or the cash part of a split,
+// which is due instead of the total and has fixed note buttons.
+enum class CashStep { Sale, Split };
+
 class CashForm : public QDialog {
   Q_OBJECT
  public:
-  explicit CashForm(QWidget* main_window);
+  explicit CashForm(QWidget* main_window, CashStep step = CashStep::Sale);
   ~CashForm() override;
 
   QLineEdit* tendered() const { return tendered_; }
@@ -34,6 +41,10 @@ class CashForm : public QDialog {
   void Cancel();
   // Destroys the form; the payment goes on without it.
   void Close();
+  // What the form asks for, and the payment's next step once it is settled.
+  float Due() const;
+  void Pay(const CashSettled& settled);
+  std::array<double, 3> Notes() const;
 
   QLabel* total_;
   QLineEdit* tendered_;
@@ -42,6 +53,7 @@ class CashForm : public QDialog {
   QPushButton* cancel_;
   QPushButton* exact_;
   QPushButton* notes_[3];
+  CashStep step_;
   bool closed_ = false;
 };
 
