@@ -80,6 +80,8 @@ class RecordWalk {
   // failed open or read and its message (Failed), or on Cancel (Cancelled).
   bool Next(void* buffer);
   End end() const { return end_; }
+  // The text of a failed read from here on (a form may word it its own way).
+  void set_read_failed(std::string text) { options_.read_failed = std::move(text); }
   // Records read from disk so far.
   int64_t records_read() const { return records_read_; }
 

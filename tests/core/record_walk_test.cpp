@@ -9,6 +9,7 @@
 
 #include "core/customer_file.h"
 #include "core/inventory.h"
+#include "core/record_match.h"
 #include "core/state.h"
 #include "core/text.h"
 #include "support/shop_fixture.h"
@@ -67,12 +68,7 @@ Walked Reference(IndexedFile& file, const Keys& keys, const RecordTest& test, bo
   return w;
 }
 
-Walked Engine(IndexedFile& file, const Keys& keys, const RecordTest& test, bool by_number) {
-  WalkOptions o;
-  o.by_number = by_number;
-  o.read_failed = "Film.dat";
-  o.keys = keys;
-  o.test = test;
+Walked Engine(IndexedFile& file, const WalkOptions& o) {
   RecordWalk walk = file.Walk(o);
   FilmRecord buffer{};
   Walked w;
@@ -87,35 +83,55 @@ Walked Engine(IndexedFile& file, const Keys& keys, const RecordTest& test, bool 
   return w;
 }
 
-const char* Description(const void* r) {
-  return static_cast<const FilmRecord*>(r)->description;
+// A plain prefix test with `?`, on the text up to its terminator.
+bool PlainPrefix(const std::string& pattern, const std::string& text) {
+  for (size_t i = 0; i < pattern.size(); ++i)
+    if (pattern[i] != '?' && (i >= text.size() || pattern[i] != text[i])) return false;
+  return !text.empty();
 }
 
 TEST_F(RecordWalkTest, WalksMatchAPlainWalkerOnRandomFiles) {
+  auto film = [](const void* r) { return static_cast<const FilmRecord*>(r); };
+  auto has = [film](const void* r, const char* text) {
+    return FieldText(film(r)->description).find(text) != std::string::npos;
+  };
   struct Case {
     const char* name;
-    Keys keys;
+    WalkOptions engine;
+    Keys keys;  // what the plain walker counts as read
     RecordTest test;
   };
-  const std::vector<Case> cases = {
-      {"prefix on the keys", [](NameKey k) { return k[0] == 'A' && k[1] == 'B'; },
-       [](const void* r) { return Description(r)[2] == 'C'; }},
-      {"wildcard second key", [](NameKey k) { return k[0] == 'C'; }, nullptr},
-      {"fragment", LiveKey, [](const void* r) { return std::strstr(Description(r), "CAB"); }},
-      {"every record", nullptr, nullptr},
-      {"nothing passes the keys", [](NameKey) { return false; }, nullptr},
+  std::vector<Case> cases = {
+      {"prefix", PatternWalk("AB?A", TILO_FIELD(FilmRecord, description)),
+       [](NameKey k) { return k[0] == 'A' && k[1] == 'B'; },
+       [film](const void* r) { return PlainPrefix("AB?A", FieldText(film(r)->description)); }},
+      {"wildcard first", PatternWalk("?C", TILO_FIELD(FilmRecord, description)),
+       [](NameKey k) { return k[0] != 0 && k[1] == 'C'; },
+       [film](const void* r) { return PlainPrefix("?C", FieldText(film(r)->description)); }},
+      {"fragment", FragmentWalk({{"CAB", {TILO_FIELD(FilmRecord, description)}}}, false), LiveKey,
+       [has](const void* r) { return has(r, "CAB"); }},
+      {"all of two, one in sku1",
+       FragmentWalk({{"BB", {TILO_FIELD(FilmRecord, description)}},
+                     {"CA", {TILO_FIELD(FilmRecord, sku1), TILO_FIELD(FilmRecord, sku2)}}},
+                    true),
+       LiveKey,
+       [has, film](const void* r) {
+         return has(r, "BB") && FieldText(film(r)->sku1).find("CA") != std::string::npos;
+       }},
+      {"every record", WalkOptions{}, nullptr, nullptr},
   };
   std::mt19937 rng(11);
   for (int count : {1, 7, 300}) {
     WriteRandomFilm(rng, count);
     ResetState();
     ASSERT_TRUE(G().films.Load());
-    for (const Case& c : cases) {
+    for (Case& c : cases) {
       for (bool by_number : {false, true}) {
         SCOPED_TRACE(std::string(c.name) + (by_number ? ", by number" : ", by position") +
                      ", records " + std::to_string(count));
         Walked want = Reference(G().films, c.keys, c.test, by_number);
-        Walked got = Engine(G().films, c.keys, c.test, by_number);
+        c.engine.by_number = by_number;
+        Walked got = Engine(G().films, c.engine);
         EXPECT_EQ(got.positions, want.positions);
         EXPECT_EQ(got.read, want.read);
       }
