@@ -20,6 +20,14 @@ FindView*& installed_view() {
   static FindView* view = nullptr;
   return view;
 }
+RecordView& item_view() {
+  static RecordView view;
+  return view;
+}
+RecordView& customer_view() {
+  static RecordView view;
+  return view;
+}
 
 // The prompt's text as the finds take it; nullopt on Cancel.
 std::optional<std::string> Ask(const std::string& label, const std::string& title, size_t limit) {
@@ -45,6 +53,19 @@ void FindAdvanced() {
 }
 
 }  // namespace
+
+void FindView::view_item() {
+  if (item_view()) item_view()();
+}
+void FindView::view_customer() {
+  if (customer_view()) customer_view()();
+}
+void SetItemView(RecordView view) {
+  item_view() = std::move(view);
+}
+void SetCustomerView(RecordView view) {
+  customer_view() = std::move(view);
+}
 
 FindView& find_view() {
   static FindView headless;

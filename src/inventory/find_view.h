@@ -4,6 +4,7 @@
 // at once, as a Cancel.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -47,10 +48,16 @@ class FindView {
   // List 818 "Please select" of the rows (UTF-8): the row chosen, or -1.
   virtual int pick_row(const std::vector<std::string>&) { return -1; }
   // View 801 (BUNDLE1 for a bundle) of G().film, and view 803 of G().member,
-  // where the find's caller asked for the record to be shown.
-  virtual void view_item() {}
-  virtual void view_customer() {}
+  // where the find's caller asked for the record to be shown: the views that
+  // the record forms install below.
+  virtual void view_item();
+  virtual void view_customer();
 };
+
+// The read-only record pages, installed by the item and customer forms.
+using RecordView = std::function<void()>;
+void SetItemView(RecordView view);
+void SetCustomerView(RecordView view);
 
 FindView& find_view();
 // nullptr puts back the one without a screen.
