@@ -211,7 +211,7 @@ namespace tilo {
 namespace {
 
 // Records read in one go when a run of them passes the keys; about 128 KB.
-constexpr int64_t kWalkBlockBytes = 128 * 1024;
+constexpr int64_t kWalkBlockBytes = 1024 * 1024;
 // Positions passed over on the keys alone between two looks at the busy box.
 constexpr int64_t kKeysPerStep = 4096;
 
