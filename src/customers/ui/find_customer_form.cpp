@@ -46,7 +46,7 @@ FindChoice ShowFindCustomer(QWidget* parent, const MemberRecord& m) {
       {"Credit card", T(m.credit_card)},
       {"Taxable", m.tax == 1 ? "Yes" : "No"},
       {"Origination", T(m.origination)},
-      {"Discount", DiscountText(s.band_discount[terms - 1])},
+      {"Discount", DiscountText(BandDiscount(s, terms))},
       {"Last used", T(m.last_used)},
       {"Transactions", QString::number(m.transactions)},
       {"Group", QString::number(m.group)},

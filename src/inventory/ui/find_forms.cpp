@@ -89,7 +89,7 @@ class QtFindView : public FindView {
         {"Cost", Money(r.cost_price)},
         {"Price", Money(r.retail_price)},
         {"Display category",
-         QString::fromStdString(CategoryCode(G().settings, r.display_category))},
+         QString::fromStdString(CategoryCode(G().settings, r.display_category + 1))},
         {"In stock", QString::number(r.quantity)},
         {"Tax", TaxText(r.tax)},
         {"Date added", T(r.date_added)},
@@ -157,6 +157,7 @@ FindRecordForm::FindRecordForm(QWidget* parent, const QString& title,
   }
   layout->addLayout(fields);
   layout->addLayout(ButtonRow(this, ok_, true, &next_));
+  setMinimumWidth(440);
   ok_->setFocus();
 }
 
@@ -218,6 +219,7 @@ PicboxForm::PicboxForm(QWidget* parent, bool within) : QDialog(parent) {
   layout->addWidget(keep_);
   QPushButton* ok = nullptr;
   layout->addLayout(ButtonRow(this, ok, false, nullptr));
+  setMinimumWidth(360);
   text_->setFocus();
 }
 
