@@ -6,6 +6,7 @@
 #include "customers/customer_find.h"
 #include "inventory/find_view.h"
 #include "inventory/item_find.h"
+#include "inventory/items.h"
 #include "sale/commands.h"
 
 namespace tilo {
@@ -103,6 +104,10 @@ void InstallFindHandlers() {
     if (auto text = Ask("Enter telephone number", "Find telephone", kCustomerPromptLimit))
       Findtelephone(*text);
   });
+  // Amend, Delete and Inventory received find a description the same way, and a
+  // record found from the menu shows in the item's own view.
+  SetItemDescriptionFind([](const std::string& text) { return Finditemdescription(text, false); });
+  SetItemView(Showitem);
   SetCustomerFind([](const std::string& text) -> int64_t {
     return Findcustomerfor(UpperCase(text.substr(0, kCustomerPromptLimit)));
   });

@@ -11,6 +11,7 @@
 #include "customers/customer_find.h"
 #include "inventory/find_view.h"
 #include "inventory/item_find.h"
+#include "inventory/items.h"
 #include "sale/commands.h"
 #include "sale/sale_fixture.h"
 
@@ -78,6 +79,8 @@ class FindTest : public SaleTest {
     install_find_view(nullptr);
     ClearHandlers();
     SetCustomerFind(nullptr);
+    SetItemDescriptionFind(nullptr);
+    SetItemView(nullptr);
     SaleTest::TearDown();
   }
   void Customer(int64_t number, const char* name, const char* road, const char* tel,
