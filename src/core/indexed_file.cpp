@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "core/indexed_file.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "platform/files.h"
@@ -38,6 +39,7 @@ void IndexedFile::Clear() {
   name_keys.clear();
   slot_count = live = deleted = 0;
   position = -1;
+  ++writes;
 }
 
 bool IndexedFile::Load() {
@@ -110,6 +112,7 @@ bool IndexedFile::ReadAt(int64_t pos, void* buffer, bool report) {
 }
 
 bool IndexedFile::WriteRecord(int64_t pos, const void* buffer, bool sync) {
+  ++writes;
   File f(layout_.path, File::Mode::Write);
   if (!f) return false;
   return f.seek(pos * layout_.record_size) && f.write(buffer, layout_.record_size) &&
@@ -129,6 +132,7 @@ bool IndexedFile::Insert(const void* buffer) {
   index.insert(index.begin() + ptrdiff_t(slot), IndexEntry{number, pos});
   if (reuse) index.erase(index.begin());
   SetKey(pos, KeyOf(buffer));
+  ++writes;
 
   File f(layout_.path, File::Mode::Write);
   if (!f) {
@@ -187,6 +191,7 @@ bool IndexedFile::Rewrite(const void* buffer) {
     return false;
   }
   const int64_t pos = index[slot].position;
+  ++writes;
   if (!f.seek(pos * layout_.record_size) || !f.write(buffer, layout_.record_size) || !f.sync()) {
     Message(layout_.messages.rewrite_write_failed, kProblem);
     return false;
@@ -198,6 +203,144 @@ bool IndexedFile::Rewrite(const void* buffer) {
 
 void IndexedFile::UpdateNameKey(const void* buffer) {
   if (position >= 0) SetKey(position, KeyOf(buffer));
+}
+
+}  // namespace tilo
+
+namespace tilo {
+namespace {
+
+// Records read in one go when a run of them passes the keys; about 128 KB.
+constexpr int64_t kWalkBlockBytes = 1024 * 1024;
+// Positions passed over on the keys alone between two looks at the busy box.
+constexpr int64_t kKeysPerStep = 4096;
+
+}  // namespace
+
+RecordWalk::RecordWalk(IndexedFile& file, WalkOptions options)
+    : file_(&file), options_(std::move(options)) {}
+
+RecordWalk::~RecordWalk() = default;
+
+bool RecordWalk::Open() {
+  if (handle_) return true;
+  if (!handle_.open(file_->layout().path, File::Mode::Read)) {
+    Message(file_->layout().messages.open_failed, kFatal);
+    end_ = End::Failed;
+    return false;
+  }
+  progress_ = platform().begin_progress(options_.busy_text, options_.busy_title);
+  // What was read ahead stays good unless the file was written while it was closed.
+  if (block_writes_ != file_->writes) block_count_ = 0;
+  return true;
+}
+
+void RecordWalk::Close() {
+  progress_.reset();
+  handle_.close();
+}
+
+bool RecordWalk::Step(int64_t done, int64_t total) {
+  ++steps_;
+  if (progress_ && !progress_->step(done, total)) {
+    end_ = End::Cancelled;
+    Close();
+    return false;
+  }
+  return true;
+}
+
+bool RecordWalk::Fail() {
+  Message(options_.read_failed, kProblem);
+  end_ = End::Failed;
+  Close();
+  return false;
+}
+
+bool RecordWalk::KeysPass(int64_t pos) const {
+  if (!options_.keys) return true;
+  const auto& keys = file_->name_keys;
+  // A file without NameKeys can't rule anything out.
+  if (file_->layout().name_offset < 0 || size_t(pos) >= keys.size()) return true;
+  return options_.keys(keys[size_t(pos)]);
+}
+
+bool RecordWalk::Next(void* buffer) {
+  if (end_ != End::Walking || !Open()) return false;
+  return options_.by_number ? NextByNumber(buffer) : NextByPosition(buffer);
+}
+
+bool RecordWalk::NextByPosition(void* buffer) {
+  const int64_t size = file_->layout().record_size;
+  const int64_t block_records = std::max<int64_t>(1, kWalkBlockBytes / size);
+  if (block_.empty()) block_.resize(size_t(block_records * size));
+  for (;;) {
+    const int64_t slots = file_->slot_count;
+    // Records already in the block.
+    while (next_position_ >= block_first_ && next_position_ < block_first_ + block_count_) {
+      const int64_t pos = next_position_++;
+      const char* record = block_.data() + (pos - block_first_) * size;
+      if (!options_.test || options_.test(record)) {
+        std::memcpy(buffer, record, size_t(size));
+        file_->position = pos;
+        Close();
+        return true;
+      }
+    }
+    // Pass over what the keys rule out, then read the run that follows in one go.
+    int64_t passed = 0;
+    while (next_position_ < slots && !KeysPass(next_position_)) {
+      ++next_position_;
+      if (++passed % kKeysPerStep == 0 && !Step(next_position_, slots)) return false;
+    }
+    if (next_position_ >= slots) break;
+    int64_t run = 1;
+    while (run < block_records && next_position_ + run < slots && KeysPass(next_position_ + run))
+      ++run;
+    if (!handle_.seek(next_position_ * size)) return Fail();
+    const int64_t got = handle_.read(block_.data(), run * size);
+    const int64_t whole = got < 0 ? 0 : got / size;
+    if (whole == 0) return Fail();
+    block_first_ = next_position_;
+    block_count_ = whole;
+    block_writes_ = file_->writes;
+    records_read_ += whole;
+    if (!Step(next_position_, slots)) return false;
+  }
+  end_ = End::Finished;
+  Close();
+  return false;
+}
+
+bool RecordWalk::NextByNumber(void* buffer) {
+  const NumberIndex& index = file_->index;
+  const int64_t size = file_->layout().record_size;
+  if (block_.size() < size_t(size)) block_.resize(size_t(size));
+  if (resume_) {
+    next_slot_ = Findnumber(index, resume_number_);
+    resume_ = false;
+  }
+  for (; next_slot_ < index.size(); ++next_slot_) {
+    if (next_slot_ % kKeysPerStep == 0 && !Step(int64_t(next_slot_), int64_t(index.size())))
+      return false;
+    const IndexEntry entry = index[next_slot_];
+    if (entry.number < 1 || !KeysPass(entry.position)) continue;
+    if (!handle_.seek(entry.position * size) || handle_.read(block_.data(), size) != size)
+      return Fail();
+    ++records_read_;
+    if (options_.test && !options_.test(block_.data())) continue;
+    std::memcpy(buffer, block_.data(), size_t(size));
+    file_->position = entry.position;
+    // Deleting or adding while the caller holds the record moves index entries:
+    // the walk looks for the next number afresh.
+    resume_number_ = entry.number + 1;
+    resume_ = true;
+    Close();
+    return true;
+  }
+  end_ = End::Finished;
+  Close();
+  return false;
 }
 
 }  // namespace tilo

@@ -8,10 +8,14 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "core/number_index.h"
+#include "platform/files.h"
+#include "platform/platform.h"
 
 namespace tilo {
 
@@ -33,6 +37,82 @@ struct IndexedFileLayout {
 };
 
 using NameKey = std::array<char, 2>;
+
+// A deleted record has both NameKeys bytes 0; a live one's name is never empty.
+inline bool LiveKey(NameKey key) {
+  return key[0] != 0;
+}
+
+// What a walk over a record file looks for. NameKeys are tested first and cost
+// no disk read; only the records they let through are read, runs of them in
+// one block each, and handed to `test`.
+struct WalkOptions {
+  // Number order (from the lowest live number up, as the index holds them)
+  // instead of file order.
+  bool by_number = false;
+  // Shown under "Problem" when a record can't be read; callers word it their own way.
+  std::string read_failed;
+  // A position whose NameKeys this refuses is passed over unread. Unset: every
+  // position is read, deleted records included.
+  std::function<bool(NameKey)> keys;
+  // The test of a record read; unset: every record read passes.
+  std::function<bool(const void* record)> test;
+  // The busy box of a walk that takes longer than 0.3 s.
+  std::string busy_text = "Searching...";
+  std::string busy_title = "Please wait";
+};
+
+class IndexedFile;
+
+// One walk over a record file. Next() hands back the records that pass, one at a
+// time; in between the file is closed and the busy box gone, so the caller may
+// show a box, rewrite or delete the record, and then go on from where it stood.
+class RecordWalk {
+ public:
+  enum class End { Walking, Finished, Failed, Cancelled };
+
+  RecordWalk(IndexedFile& file, WalkOptions options);
+  RecordWalk(RecordWalk&&) = default;
+  ~RecordWalk();
+
+  // Copies the next record that passes into `buffer` and sets the file's
+  // `position` to it; false when the walk is over: at the end (Finished), after a
+  // failed open or read and its message (Failed), or on Cancel (Cancelled).
+  bool Next(void* buffer);
+  End end() const { return end_; }
+  // The text of a failed read from here on (a form may word it its own way).
+  void set_read_failed(std::string text) { options_.read_failed = std::move(text); }
+  // Records read from disk so far.
+  int64_t records_read() const { return records_read_; }
+
+ private:
+  bool Open();
+  void Close();
+  bool Step(int64_t done, int64_t total);
+  bool KeysPass(int64_t position) const;
+  bool NextByPosition(void* buffer);
+  bool NextByNumber(void* buffer);
+  bool Fail();
+
+  IndexedFile* file_;
+  WalkOptions options_;
+  File handle_;
+  std::unique_ptr<Progress> progress_;
+  End end_ = End::Walking;
+  int64_t records_read_ = 0;
+  int64_t steps_ = 0;
+  // File order: the next position, and the block of records read ahead.
+  int64_t next_position_ = 0;
+  int64_t block_first_ = 0;
+  int64_t block_count_ = 0;
+  int64_t block_writes_ = 0;
+  std::vector<char> block_;
+  // Number order: the next index slot, or after a record handed back the number
+  // to look for again (the index may have changed meanwhile).
+  size_t next_slot_ = 0;
+  int64_t resume_number_ = 1;
+  bool resume_ = true;
+};
 
 class IndexedFile {
  public:
@@ -59,6 +139,9 @@ class IndexedFile {
 
   bool Contains(int64_t number) const;
 
+  // A walk over the records, in file order or number order (see WalkOptions).
+  RecordWalk Walk(WalkOptions options) { return RecordWalk(*this, std::move(options)); }
+
   // Told of every record as the file loads (after a first call with position -1)
   // and of every record written, so that a cache of some field stays in step.
   void (*on_record)(int64_t position, const void* record) = nullptr;
@@ -70,6 +153,8 @@ class IndexedFile {
   int64_t live = 0;
   int64_t deleted = 0;
   int64_t position = -1;  // of the record last found
+  // Raised by every write, so that a walk knows when what it read ahead is stale.
+  int64_t writes = 0;
 
  private:
   static int64_t NumberOf(const void* buffer);

@@ -16,6 +16,7 @@
 #include "core/state.h"
 #include "core/text.h"
 #include "documents/print_job.h"
+#include "inventory/item_find.h"
 #include "inventory/items.h"
 #include "platform/files.h"
 #include "sale/basket.h"
@@ -53,61 +54,22 @@ ReceiveButton Receiveone() {
   return button;
 }
 
-bool Live(int64_t position) {
-  const auto& keys = G().films.name_keys;
-  return size_t(position) >= keys.size() || keys[size_t(position)][0] != 0;
-}
-
-// The walk of "Inventory received by SKU 1" over film.dat in file order. The
-// file is read in blocks and closed before each question, then read on from
-// where it stood. Returns the answer that ended the walk: Next to ask again.
+// The walk of "Inventory received by SKU 1" over film.dat in file order.
+// Returns the answer that ended the walk: Next to ask again.
 ReceiveButton WalkSku1(const std::string& text) {
-  constexpr int64_t kBlock = 256;
-  std::vector<FilmRecord> block(kBlock);
-  const int64_t slots = G().films.slot_count;
-  for (int64_t position = 0; position < slots;) {
-    File f(kFilmFile, File::Mode::Read);
-    if (!f) {
-      Message("Data file: film.dat, not present.", "Fatal error");
-      return ReceiveButton::Cancel;
-    }
-    bool reopen = false;
-    while (position < slots && !reopen) {
-      const int64_t first = position;
-      if (!f.seek(first * int64_t(sizeof(FilmRecord)))) {
-        Message("Film.dat", kProblem);
-        return ReceiveButton::Cancel;
-      }
-      const int64_t want = std::min(kBlock, slots - first);
-      const int64_t got = f.read(block.data(), want * int64_t(sizeof(FilmRecord)));
-      const int64_t whole = got < 0 ? 0 : got / int64_t(sizeof(FilmRecord));
-      for (int64_t k = 0; k < want; ++k) {
-        position = first + k + 1;
-        if (!Live(first + k)) continue;
-        if (k >= whole) {
-          Message("Film.dat", kProblem);
-          return ReceiveButton::Cancel;
-        }
-        const FilmRecord& r = block[size_t(k)];
-        if (FieldText(r.sku1).find(text) == std::string::npos) continue;
-        f.close();
-        char line[80];
-        std::snprintf(line, sizeof line, "%lld, %s", static_cast<long long>(r.number),
-                      FieldText(r.description).c_str());
-        const Answer a =
-            Message(Cp1252ToUtf8(line), "Search: No to continue", Buttons::YesNoCancel);
-        if (a == Answer::Cancel) return ReceiveButton::Cancel;
-        if (a == Answer::Yes) {
-          G().film = r;
-          G().films.position = first + k;
-          return Receiveone();
-        }
-        reopen = true;
-        break;
-      }
-    }
+  WalkOptions o = FragmentWalk(Sku1Fragment(text), false);
+  o.read_failed = "Film.dat";
+  RecordWalk walk = G().films.Walk(std::move(o));
+  while (walk.Next(&G().film)) {
+    const FilmRecord& r = G().film;
+    char line[80];
+    std::snprintf(line, sizeof line, "%lld, %s", static_cast<long long>(r.number),
+                  FieldText(r.description).c_str());
+    const Answer a = Message(Cp1252ToUtf8(line), "Search: No to continue", Buttons::YesNoCancel);
+    if (a == Answer::Cancel) return ReceiveButton::Cancel;
+    if (a == Answer::Yes) return Receiveone();
   }
-  Message("No match found", "Finished");
+  if (walk.end() == RecordWalk::End::Finished) Message("No match found", "Finished");
   return ReceiveButton::Cancel;
 }
 

@@ -3,14 +3,12 @@
 
 #include <climits>
 #include <cstring>
-#include <vector>
 
 #include "core/film_record.h"
 #include "core/inventory.h"
 #include "core/state.h"
 #include "core/text.h"
 #include "devices/pole.h"
-#include "platform/files.h"
 #include "platform/platform.h"
 #include "sale/pricing.h"
 #include "sale/sale_events.h"
@@ -52,35 +50,15 @@ std::string EntryRow(int64_t number, const char* description, int32_t quantity, 
 // equals item_text exactly lands in the FilmRecord buffer.
 bool FindBySku(const std::string& sku) {
   State& g = G();
-  File f(kFilmFile, File::Mode::Read);
-  if (!f) {
-    Message("Data file: film.dat, not present.", "Fatal error");
-    return false;
-  }
-  constexpr int64_t kBlock = 256;
-  std::vector<FilmRecord> block(kBlock);
-  const int64_t slots = g.films.slot_count;
-  for (int64_t first = 0; first < slots; first += kBlock) {
-    const int64_t want = std::min(kBlock, slots - first);
-    const int64_t got = f.read(block.data(), want * int64_t(sizeof(FilmRecord)));
-    const int64_t whole = got < 0 ? 0 : got / int64_t(sizeof(FilmRecord));
-    for (int64_t k = 0; k < want; ++k) {
-      const int64_t pos = first + k;
-      const bool live =
-          size_t(pos) >= g.films.name_keys.size() || g.films.name_keys[size_t(pos)][0];
-      if (!live) continue;
-      if (k >= whole) {
-        Message("Film.dat", kProblem);
-        return false;
-      }
-      if (FieldText(block[size_t(k)].sku1) == sku) {
-        g.film = block[size_t(k)];
-        g.films.position = pos;
-        return true;
-      }
-    }
-  }
-  Message(g.item_text, kInvalidEntry);
+  WalkOptions walk;
+  walk.read_failed = "Film.dat";
+  walk.keys = LiveKey;
+  walk.test = [&sku](const void* record) {
+    return FieldText(static_cast<const FilmRecord*>(record)->sku1) == sku;
+  };
+  RecordWalk skus = g.films.Walk(std::move(walk));
+  if (skus.Next(&g.film)) return true;
+  if (skus.end() == RecordWalk::End::Finished) Message(g.item_text, kInvalidEntry);
   return false;
 }
 

@@ -10,6 +10,8 @@
 #include "core/state.h"
 #include "devices/pole.h"
 #include "documents/ui/document_commands.h"
+#include "inventory/item_find.h"
+#include "inventory/ui/find_forms.h"
 #include "inventory/ui/item_forms.h"
 #include "sale/commands.h"
 #include "sale/screen.h"
@@ -62,6 +64,8 @@ MainWindow::MainWindow(DesktopSize desktop, bool open_store) : desktop_(desktop)
   InstallSplitHandlers();
   InstallDocumentHandlers();
   InstallInventoryHandlers();
+  InstallFindHandlers();
+  InstallFindForms();
   buildMenus();
   buildToolBar();
   sale_ = new SaleScreen(this);
