@@ -2,6 +2,7 @@
 #include "reports/item_summary.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cinttypes>
 #include <cstring>
 #include <unordered_map>
@@ -60,7 +61,7 @@ void Absorb(SummaryEntry& into, const SummaryEntry& e) {
 // entry as it comes: the amounts add up in the order the lines were taken.
 class Collector {
  public:
-  Collector(ItemSummary& out, int64_t count) : out_(out), count_(count) {}
+  Collector(ItemSummary& out, int64_t count) : out_(out), count_(count) { first_.reserve(4096); }
   bool full() const { return out_.items_counted >= count_; }
   void take(const ItemsLogRecord& line, char type) {
     const SummaryEntry e = Entry(line, type);
@@ -194,6 +195,8 @@ std::optional<ItemSummary> Summarizeitems(const std::vector<CalendarDate>& days,
       count += *size / int64_t(sizeof(ItemsLogRecord));
   ItemSummary out;
   if (count == 0) return out;
+  // Room for every line at once: only the pages the entries use are touched.
+  out.entries.reserve(size_t(count));
   Collector collect(out, count);
   DayLog<SalesLogRecord> sales;
   DayLog<ItemsLogRecord> items;
@@ -207,32 +210,69 @@ std::optional<ItemSummary> Summarizeitems(const std::vector<CalendarDate>& days,
     if (!items.read(ItemsLogPath(d.year, d.month, d.day))) continue;
     // The lines grouped by transaction number, each group in file order.
     order.resize(items.size());
-    for (uint32_t i = 0; i < order.size(); ++i) order[i] = i;
-    std::stable_sort(order.begin(), order.end(), [&](uint32_t a, uint32_t b) {
-      return items[a].transaction_number < items[b].transaction_number;
-    });
+    bool in_order = true;
+    for (uint32_t i = 0; i < order.size(); ++i) {
+      order[i] = i;
+      if (i > 0 && items[i].transaction_number < items[i - 1].transaction_number) in_order = false;
+    }
+    if (!in_order)
+      std::stable_sort(order.begin(), order.end(), [&](uint32_t a, uint32_t b) {
+        return items[a].transaction_number < items[b].transaction_number;
+      });
+    auto next = order.begin();  // sales and their lines mostly come in the same order
     for (const SalesLogRecord& r : sales) {
       if (Skipped(r, filters)) continue;
-      auto at = std::lower_bound(
-          order.begin(), order.end(), r.transaction_number,
-          [&](uint32_t i, int64_t number) { return items[i].transaction_number < number; });
+      auto at = next;
+      if (at == order.end() || items[*at].transaction_number != r.transaction_number ||
+          (at != order.begin() && items[*(at - 1)].transaction_number == r.transaction_number))
+        at = std::lower_bound(
+            order.begin(), order.end(), r.transaction_number,
+            [&](uint32_t i, int64_t number) { return items[i].transaction_number < number; });
       for (; at != order.end() && items[*at].transaction_number == r.transaction_number; ++at) {
         if (collect.full()) break;
         const ItemsLogRecord& line = items[*at];
         if (filters.category_filter != 0 && filters.category_filter != line.category + 1) continue;
         collect.take(line, r.payment_type[0]);
       }
+      next = at;
     }
   }
   Sortbyquantity(out.entries);
   return out;
 }
 
+namespace {
+// "%.2f" and "%d" without printf's cost: a year's summary has tens of thousands
+// of rows. to_chars rounds the exact value as printf does.
+void Put(std::string& out, double value) {
+  char buf[64];
+  auto end = std::to_chars(buf, buf + sizeof buf, value, std::chars_format::fixed, 2).ptr;
+  out.append(buf, end);
+}
+void Put(std::string& out, int64_t value) {
+  char buf[32];
+  out.append(buf, std::to_chars(buf, buf + sizeof buf, value).ptr);
+}
+}  // namespace
+
+// "%I64d, %s, %I64d, %.2f, %.2f, %.2f, %.2f, %d", "Refund: " in front of a refund.
 std::string Summaryrow(const SummaryEntry& e) {
-  return Format("%s%" PRId64 ", %s, %" PRId64 ", %.2f, %.2f, %.2f, %.2f, %d",
-                e.type == 'R' ? "Refund: " : "", e.number, FieldText(e.description).c_str(),
-                e.category, double(e.cost), double(e.non_taxable + e.taxable),
-                double(e.tax1 + e.tax2), double(e.line_total), e.quantity);
+  std::string row;
+  row.reserve(120);
+  if (e.type == 'R') row += "Refund: ";
+  Put(row, e.number);
+  row += ", ";
+  row += FieldText(e.description);
+  row += ", ";
+  Put(row, e.category);
+  for (double v : {double(e.cost), double(e.non_taxable + e.taxable), double(e.tax1 + e.tax2),
+                   double(e.line_total)}) {
+    row += ", ";
+    Put(row, v);
+  }
+  row += ", ";
+  Put(row, int64_t(e.quantity));
+  return row;
 }
 
 std::vector<std::string> Summaryrows(const ItemSummary& summary) {
