@@ -277,7 +277,8 @@ bool RunWalkOffThread(const std::string& title,
     });
     finished = true;
   });
-  QProgressDialog box("Reading the transactions of the period", "Cancel", 0, 1000, Window());
+  // A box of its own, not the window's child: the window is disabled meanwhile.
+  QProgressDialog box("Reading the transactions of the period", "Cancel", 0, 1000, nullptr);
   box.setObjectName("walkProgress");
   box.setWindowTitle(QString::fromStdString(title));
   box.setWindowModality(Qt::ApplicationModal);
@@ -301,8 +302,13 @@ bool RunWalkOffThread(const std::string& title,
   });
   timer.start(30);
   box.setValue(0);
+  // Cancel hides the box at once; until the walk has really stopped no other
+  // command may start, but the window still paints.
+  QWidget* main = Window();
+  if (main) main->setEnabled(false);
   loop.exec();
   worker.join();
+  if (main) main->setEnabled(true);
   return result && !cancel;
 }
 
