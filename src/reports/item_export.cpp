@@ -100,6 +100,22 @@ std::string Exportcsv(const std::vector<std::string>& rows) {
   return Cp1252ToUtf8(bytes);
 }
 
+bool Writemailitems(const CalendarDate& today) {
+  std::vector<std::string> rows;
+  switch (Dayitemrows(today, false, rows)) {
+    case ExportDay::NoSalesLog:
+      Message("No items for that day.", "Problem");
+      return false;
+    case ExportDay::NoItemsLog:
+      return false;
+    case ExportDay::Done:
+      break;
+  }
+  if (ReplaceFile("ES.CSV", Exportcsv(rows))) return true;
+  Message("Unable to open file.", "Problem");
+  return false;
+}
+
 void Exportdailyitems() {
   auto c = AskExport("Please enter the day (1-31)", "Export daily items CSV", 'A');
   if (!c) return;

@@ -27,4 +27,10 @@ std::string Exportcsv(const std::vector<std::string>& rows);
 void Exportdailyitems();
 void Exportweeklyitems();
 
+// The first half of "Email daily items": the day's rows without the category
+// into ES.CSV in the working folder, always overwritten. False when there is
+// nothing to mail: "No items for that day." or "Unable to open file." under
+// "Problem", or in silence when itemslog.dat is missing.
+bool Writemailitems(const CalendarDate& today);
+
 }  // namespace tilo

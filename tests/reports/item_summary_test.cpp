@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <random>
 
@@ -171,6 +172,12 @@ TEST_F(ItemSummaryTest, ExportsADaysAndAWeeksLines) {
   EXPECT_EQ(platform_.shown().back(), "File export: Complete.");
   EXPECT_EQ(Bytes("SA280227.CSV"), LiteralDayExport(2028, 2, 27));
   EXPECT_THAT(Bytes("SA280227.CSV"), HasSubstr(",MISC, SUNDRY,18,"));
+  // The mail's file: the same rows, one column fewer.
+  ASSERT_TRUE(Writemailitems({2028, 2, 27}));
+  const std::string daily = Bytes("SA280227.CSV"), mail = Bytes("ES.CSV");
+  const auto count = [](const std::string& s, char c) { return std::count(s.begin(), s.end(), c); };
+  EXPECT_EQ(count(mail, '\n'), count(daily, '\n'));
+  EXPECT_EQ(count(mail, ','), count(daily, ',') - count(daily, '\n'));
 
   // A week over the leap day.
   for (const char* reply : {"26", "2", "2028", "week.csv"}) platform_.queue_prompt(reply);
