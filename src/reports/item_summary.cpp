@@ -58,10 +58,17 @@ void Absorb(SummaryEntry& into, const SummaryEntry& e) {
 }
 
 // Collects the period's entries, merging each sale of an item into its first
-// entry as it comes: the amounts add up in the order the lines were taken.
+// entry as it comes: the amounts add up in the order the lines were taken. The
+// items' entries stay together, apart from the refunds and unnumbered lines, so
+// that the many merges find them in the cache.
 class Collector {
  public:
-  Collector(ItemSummary& out, int64_t count) : out_(out), count_(count) { first_.reserve(4096); }
+  Collector(ItemSummary& out, int64_t count) : out_(out), count_(count) {
+    first_.reserve(4096);
+    // Room for every line at once: only the pages the entries use are touched.
+    singles_.reserve(size_t(count));
+    order_.reserve(size_t(count));
+  }
   bool full() const { return out_.items_counted >= count_; }
   void take(const ItemsLogRecord& line, char type) {
     const SummaryEntry e = Entry(line, type);
@@ -70,66 +77,70 @@ class Collector {
     out_.cost_total += e.cost;
     out_.retail_total += e.line_total;
     if (e.type != 'R' && e.number != 0) {
-      auto [at, fresh] = first_.try_emplace(e.number, out_.entries.size());
+      auto [at, fresh] = first_.try_emplace(e.number, uint32_t(items_.size()));
       if (!fresh) {
-        Absorb(out_.entries[at->second], e);
+        Absorb(items_[at->second], e);
         return;
       }
+      order_.push_back(at->second);
+      items_.push_back(e);
+      return;
     }
-    out_.entries.push_back(e);
+    order_.push_back(kSingle | uint32_t(singles_.size()));
+    singles_.push_back(e);
+  }
+  // The entries in the order they were first taken.
+  void finish() {
+    out_.entries.reserve(order_.size());
+    for (uint32_t o : order_)
+      out_.entries.push_back(o & kSingle ? singles_[o & ~kSingle] : items_[o]);
   }
 
  private:
+  static constexpr uint32_t kSingle = 0x80000000u;
   ItemSummary& out_;
   int64_t count_;
-  std::unordered_map<int64_t, size_t> first_;
+  std::unordered_map<int64_t, uint32_t> first_;
+  std::vector<SummaryEntry> items_, singles_;
+  std::vector<uint32_t> order_;
 };
 
 // A max tree over the quantities, to find the next larger one to the right.
+// Leaves from `base_` on; the padding leaves hold 0, below every quantity.
 class QuantityTree {
  public:
-  explicit QuantityTree(const std::vector<SummaryEntry>& e) : n_(e.size()), max_(4 * n_ + 4, 0) {
-    if (n_ != 0) build(1, 0, n_ - 1, e);
+  explicit QuantityTree(const std::vector<SummaryEntry>& e) : n_(e.size()) {
+    while (base_ < n_) base_ *= 2;
+    max_.assign(2 * base_, 0);
+    for (size_t i = 0; i < n_; ++i) max_[base_ + i] = e[i].quantity;
+    for (size_t i = base_ - 1; i > 0; --i) max_[i] = std::max(max_[2 * i], max_[2 * i + 1]);
   }
-  void set(size_t at, int32_t q) { set(1, 0, n_ - 1, at, q); }
+  void set(size_t at, int32_t q) {
+    size_t i = base_ + at;
+    max_[i] = q;
+    for (i /= 2; i > 0; i /= 2) max_[i] = std::max(max_[2 * i], max_[2 * i + 1]);
+  }
   // The first position from `from` on whose quantity is greater than q; n when none.
   size_t first_above(size_t from, int32_t q) const {
     if (from >= n_) return n_;
-    return find(1, 0, n_ - 1, from, q);
+    size_t i = base_ + from;
+    // Up and to the right until a subtree holds a larger quantity...
+    while (max_[i] <= q) {
+      while (i & 1) i /= 2;  // a right child: its parent's range is done
+      if (i == 0) return n_;
+      ++i;
+    }
+    // ...then down to its leftmost such leaf.
+    while (i < base_) {
+      i *= 2;
+      if (max_[i] <= q) ++i;
+    }
+    return i - base_;
   }
 
  private:
-  void build(size_t node, size_t lo, size_t hi, const std::vector<SummaryEntry>& e) {
-    if (lo == hi) {
-      max_[node] = e[lo].quantity;
-      return;
-    }
-    const size_t mid = (lo + hi) / 2;
-    build(2 * node, lo, mid, e);
-    build(2 * node + 1, mid + 1, hi, e);
-    max_[node] = std::max(max_[2 * node], max_[2 * node + 1]);
-  }
-  void set(size_t node, size_t lo, size_t hi, size_t at, int32_t q) {
-    if (lo == hi) {
-      max_[node] = q;
-      return;
-    }
-    const size_t mid = (lo + hi) / 2;
-    if (at <= mid)
-      set(2 * node, lo, mid, at, q);
-    else
-      set(2 * node + 1, mid + 1, hi, at, q);
-    max_[node] = std::max(max_[2 * node], max_[2 * node + 1]);
-  }
-  size_t find(size_t node, size_t lo, size_t hi, size_t from, int32_t q) const {
-    if (hi < from || max_[node] <= q) return n_;
-    if (lo == hi) return lo;
-    const size_t mid = (lo + hi) / 2;
-    const size_t left = find(2 * node, lo, mid, from, q);
-    return left != n_ ? left : find(2 * node + 1, mid + 1, hi, from, q);
-  }
-
   size_t n_;
+  size_t base_ = 1;
   std::vector<int32_t> max_;
 };
 
@@ -195,8 +206,6 @@ std::optional<ItemSummary> Summarizeitems(const std::vector<CalendarDate>& days,
       count += *size / int64_t(sizeof(ItemsLogRecord));
   ItemSummary out;
   if (count == 0) return out;
-  // Room for every line at once: only the pages the entries use are touched.
-  out.entries.reserve(size_t(count));
   Collector collect(out, count);
   DayLog<SalesLogRecord> sales;
   DayLog<ItemsLogRecord> items;
@@ -237,6 +246,7 @@ std::optional<ItemSummary> Summarizeitems(const std::vector<CalendarDate>& days,
       next = at;
     }
   }
+  collect.finish();
   Sortbyquantity(out.entries);
   return out;
 }
