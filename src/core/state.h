@@ -18,6 +18,7 @@
 #include "documents/print_target.h"
 #include "documents/wording.h"
 #include "platform/platform.h"
+#include "reports/report_selection.h"
 #include "sale/basket.h"
 #include "sale/screen.h"
 
@@ -82,6 +83,9 @@ struct State {
   // The one print job, and the listing font (absent: the printer's own font).
   PrintJob print_job;
   std::optional<FontDescription> list_font;
+
+  // The period and filters of the report dialogs, kept between reports.
+  ReportSelection report_selection;
 };
 
 State& G();

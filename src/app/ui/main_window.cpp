@@ -13,6 +13,7 @@
 #include "inventory/item_find.h"
 #include "inventory/ui/find_forms.h"
 #include "inventory/ui/item_forms.h"
+#include "reports/ui/report_forms.h"
 #include "sale/commands.h"
 #include "sale/screen.h"
 #include "sale/ui/item_box.h"
@@ -66,6 +67,7 @@ MainWindow::MainWindow(DesktopSize desktop, bool open_store) : desktop_(desktop)
   InstallInventoryHandlers();
   InstallFindHandlers();
   InstallFindForms();
+  InstallReportHandlers();
   buildMenus();
   buildToolBar();
   sale_ = new SaleScreen(this);

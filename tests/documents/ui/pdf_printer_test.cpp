@@ -155,6 +155,8 @@ TEST_F(PdfPrinterTest, TheAbortBoxCancelsAPagedJobAndGivesBackTheMainWindow) {
   EXPECT_TRUE(G().print_job.aborted);
   EXPECT_TRUE(main_window.isEnabled());
   EXPECT_FALSE(Abortcheck());
+  // The box deletes itself later: let it go while what it knows still stands.
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   install_print_service(nullptr);
 }
 
