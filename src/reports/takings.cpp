@@ -6,6 +6,7 @@
 #include <cstdlib>
 
 #include "core/activity_log.h"
+#include "core/clock.h"
 #include "core/state.h"
 #include "core/text.h"
 #include "documents/print_job.h"
@@ -28,7 +29,7 @@ CalendarDate Today() {
 // agrees with the month table the list walks by.
 int64_t Serial(CalendarDate d) {
   int64_t days = int64_t(d.year) * 365 + (d.year + 3) / 4;  // Januarys of the years before
-  for (int m = 1; m < d.month; ++m) days += TakingsMonthDays(m, d.year);
+  for (int m = 1; m < d.month; ++m) days += DaysInMonth(m, d.year);
   return days + d.day;
 }
 
@@ -92,13 +93,6 @@ void PrintTakingsPage(TakingsPrint& job, PrintTarget& target) {
 
 }  // namespace
 
-int TakingsMonthDays(int month, int year) {
-  static const int days[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-  if (month < 1 || month > 12) return 31;
-  if (month == 2 && year % 4 == 0) return 29;
-  return days[month - 1];
-}
-
 CalendarDate DaysBefore(CalendarDate d, int days) {
   d.day -= days;
   while (d.day < 1) {
@@ -106,13 +100,13 @@ CalendarDate DaysBefore(CalendarDate d, int days) {
       d.month = 12;
       --d.year;
     }
-    d.day += TakingsMonthDays(d.month, d.year);
+    d.day += DaysInMonth(d.month, d.year);
   }
   return d;
 }
 
 CalendarDate NextDay(CalendarDate d) {
-  if (++d.day > TakingsMonthDays(d.month, d.year)) {
+  if (++d.day > DaysInMonth(d.month, d.year)) {
     d.day = 1;
     if (++d.month > 12) {
       d.month = 1;
@@ -141,7 +135,7 @@ std::optional<int> Takingsindex(const std::string& text, CalendarDate today, boo
   const CalendarDate d{Field(text, 0, 2), Field(text, 3, 2), Field(text, 6, 4)};
   if (d.day < 1 || d.month < 1 || d.month > 12 || d.year < 1994) return std::nullopt;
   if (d.year != today.year && d.year != today.year - 1) return std::nullopt;
-  if (d.day > TakingsMonthDays(d.month, d.year)) return std::nullopt;
+  if (d.day > DaysInMonth(d.month, d.year)) return std::nullopt;
   const int64_t index = Serial(today) - Serial(d);
   const bool today_allowed = amendment && index == 0;
   if (index < 0 || (index == 0 && !today_allowed)) return std::nullopt;
@@ -162,7 +156,7 @@ std::vector<TakingsDay> TakingsDays(const SettingsRecord& s, int start_weekday, 
   for (int i = index; i >= 1; --i, date = NextDay(date)) {
     if (i > kTakingsLastSlot) continue;
     TakingsDay day{i, date, TakingsWeekday(start_weekday, i), s.takings_history[i], {}};
-    const int length = TakingsMonthDays(date.month, date.year);
+    const int length = DaysInMonth(date.month, date.year);
     // The month's sum needs every one of its days still in the history.
     if (date.day == length && i + length - 1 <= kTakingsLastSlot) {
       double sum = 0;
@@ -246,6 +240,7 @@ void Takingsamendment() {
                   slot);
   else
     std::snprintf(tail, sizeof tail, "\r\nfor %d/%d/%d: ", date.day, date.month, date.year);
+  Timestamp();
   std::string entry = "\r\n" + LogStamp() + "  Takings amendment" + tail;
   if (*index != 0) entry += Utf8ToCp1252(*text) + "\r\n";
   if (!AppendToLog(entry)) Message("Data file: bun4.dat, not present.", "Fatal error");

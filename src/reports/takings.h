@@ -22,8 +22,6 @@ struct CalendarDate {
   int day = 0, month = 0, year = 0;
 };
 
-// Days in a month; February has 29 when the year is divisible by 4.
-int TakingsMonthDays(int month, int year);
 // `date` moved `days` days back (rolling into the month or year before).
 CalendarDate DaysBefore(CalendarDate date, int days);
 // The day after `date`.
