@@ -36,7 +36,7 @@ class UnitsByCategoryTest : public ShopTest {
   }
 };
 
-TEST_F(UnitsByCategoryTest, TheMonthAddsTheHistoryOfTheDaysBeforeToday) {
+TEST_F(UnitsByCategoryTest, TheMonthAddsTheDaysBeforeTodayOnScreenAndPaper) {
   auto day = UnitsByCategory(G().settings, false, 4);
   auto month = UnitsByCategory(G().settings, true, 4);
   EXPECT_EQ(day[0].units, 2);
@@ -49,10 +49,8 @@ TEST_F(UnitsByCategoryTest, TheMonthAddsTheHistoryOfTheDaysBeforeToday) {
   EXPECT_DOUBLE_EQ(month[5].total, 0);
   // On the first of the month the month is the day.
   EXPECT_DOUBLE_EQ(UnitsByCategory(G().settings, true, 1)[0].total, 4.5);
-  EXPECT_EQ(UnitsByCategoryTitle(true), "Units by category for month");
-}
 
-TEST_F(UnitsByCategoryTest, ThePrintedPageHasCodesOverFiguresInTwoColumns) {
+  // The page: codes over figures in two columns.
   RecordingTarget target;  // lines of 42, characters 20 wide
   PrintUnitsByCategoryPage(target, true);
   const auto& calls = target.calls();
