@@ -334,13 +334,14 @@ void DrawTakingsChart(PrintTarget& target, const TakingsChart& c, int left, int 
 
 void Printtakingschart() {
   const State& g = G();
-  Runsinglepagejob(Choosetarget(true), [&g](PrintTarget& target) {
+  const bool released = Runsinglepagejob(Choosetarget(true), [&g](PrintTarget& target) {
     ListingPage page = Startlistingpage(target, "Weekly takings average");
     const int width = target.page_width() - page.margin;
     const TakingsChart chart =
         BuildTakingsChart(g.settings, width, width * 2 / 3, g.today_month, g.today_day);
     DrawTakingsChart(target, chart, page.margin, page.line_height * 3);
   });
+  if (!released) Message("Unable to release printer", "Problem");
 }
 
 }  // namespace tilo

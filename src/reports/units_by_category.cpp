@@ -6,6 +6,7 @@
 #include "core/state.h"
 #include "core/text.h"
 #include "documents/print_job.h"
+#include "platform/platform.h"
 
 namespace tilo {
 
@@ -64,8 +65,9 @@ void PrintUnitsByCategoryPage(PrintTarget& target, bool month) {
 }
 
 void PrintUnitsByCategory(bool month) {
-  Runsinglepagejob(Choosetarget(true),
-                   [month](PrintTarget& target) { PrintUnitsByCategoryPage(target, month); });
+  if (!Runsinglepagejob(Choosetarget(true),
+                        [month](PrintTarget& target) { PrintUnitsByCategoryPage(target, month); }))
+    Message("Unable to release printer", "Problem");
 }
 
 }  // namespace tilo
