@@ -113,6 +113,8 @@ const std::vector<CommandEntry> kTable = {
     {C::ItemsByCategoryMonth, "&Reports", "Items by category (month)", "", B},
     {C::HighestVolume, "&Reports", "&Highest volume products", "", B},
     {C::RetailBelowCost, "&Reports", "List items with retail less than cost", "", B},
+    {C::TakingsDisplay, "&Reports", "Takings", "", false},
+    {C::TakingsGraph, "&Reports", "Takings graph", "", false},
     {C::PrintTakings, "&Reports", "Print takings", "", B},
     {C::PurgeTakings, "&Reports", "Purge takings", "", B},
     {C::PurgeLogFiles, "&Reports", "P&urge log files", "", false},
@@ -195,7 +197,6 @@ const std::vector<CommandEntry> kTable = {
     {C::CategoryButton, "", "Category", "", false},
     {C::QuickSelect, "", "Quick select", "", false},
     {C::EftManual, "Payments", "Manual card transaction", "", false},
-    {C::TakingsDisplay, "", "Takings", "", false},
     {C::ItemFind, "", "Item find", "", false},
 };
 
@@ -293,6 +294,7 @@ const std::vector<Command> kGreyedForRestricted = {C::ListingFontSize,
                                                    C::SalesByStaff,
                                                    C::SalesByItem,
                                                    C::TakingsDisplay,
+                                                   C::TakingsGraph,
                                                    C::HighestVolume,
                                                    C::ActivitySummary,
                                                    C::DisplayLogFile,
@@ -349,6 +351,7 @@ bool FreedByFlag(Command c, bool* has_flag) {
     case C::PrintActivitySummary:
       return Freed(s.free_item[4]);
     case C::TakingsDisplay:
+    case C::TakingsGraph:
       return Freed(s.free_item[5]);
     case C::PrintTakings:
       return Freed(s.free_item[6]);
@@ -456,6 +459,7 @@ bool Gate(Command command) {
     case C::ActivitySummary:
       return Freed(s.free_item[4]);
     case C::TakingsDisplay:
+    case C::TakingsGraph:
       return Freed(s.free_item[5]);
     case C::PrintTakings:
       return Freed(s.free_item[6]);

@@ -202,6 +202,8 @@ enum class Command : int {
   // Enter on an empty item box, or Add with nothing typed: the description find,
   // or the SKU find under SKU entry.
   ItemFind = 4220,
+  // The weekly takings chart, open to those who may see the takings.
+  TakingsGraph = 4230,
 };
 
 struct CommandEntry {

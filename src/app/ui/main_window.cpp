@@ -14,6 +14,7 @@
 #include "inventory/ui/find_forms.h"
 #include "inventory/ui/item_forms.h"
 #include "reports/ui/report_forms.h"
+#include "reports/ui/takings_forms.h"
 #include "sale/commands.h"
 #include "sale/screen.h"
 #include "sale/ui/item_box.h"
@@ -68,6 +69,7 @@ MainWindow::MainWindow(DesktopSize desktop, bool open_store) : desktop_(desktop)
   InstallFindHandlers();
   InstallFindForms();
   InstallReportHandlers();
+  InstallTakingsHandlers();
   buildMenus();
   buildToolBar();
   sale_ = new SaleScreen(this);
