@@ -11,6 +11,7 @@
 #include "devices/pole.h"
 #include "documents/ui/document_commands.h"
 #include "inventory/ui/item_forms.h"
+#include "mail/ui/mail_setup_form.h"
 #include "sale/commands.h"
 #include "sale/screen.h"
 #include "sale/ui/item_box.h"
@@ -62,6 +63,7 @@ MainWindow::MainWindow(DesktopSize desktop, bool open_store) : desktop_(desktop)
   InstallSplitHandlers();
   InstallDocumentHandlers();
   InstallInventoryHandlers();
+  InstallMailHandlers();
   buildMenus();
   buildToolBar();
   sale_ = new SaleScreen(this);
