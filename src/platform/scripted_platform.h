@@ -68,6 +68,8 @@ class ScriptedPlatform : public Platform {
   void clear_record() {
     messages.clear();
     sounds.clear();
+    std::lock_guard lock(notice_mutex_);
+    notices_.clear();
   }
 
   std::vector<ShownMessage> messages;
