@@ -81,8 +81,8 @@ MailSetupForm::MailSetupForm(const MailSetup& setup, QWidget* parent) : QDialog(
   layout->addWidget(buttons);
 }
 
+// The port counts for both ways of sending; the log-in only for secure submission.
 void MailSetupForm::showSecure(bool on) {
-  port_->setEnabled(on);
   user_->setEnabled(on);
   password_->setEnabled(on);
 }
