@@ -18,7 +18,7 @@ def start_servers():
     proc = subprocess.Popen(["/usr/bin/python3", SERVERS, folder], stdin=subprocess.PIPE,
                             stdout=subprocess.PIPE, text=True)
     ports = dict((k, int(v)) for k, v in (w.split("=") for w in proc.stdout.readline().split()))
-    check(len(ports) == 6, "the mail servers did not start")
+    check(len(ports) == 7, "the mail servers did not start")
     return proc, folder, ports
 
 

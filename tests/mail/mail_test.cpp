@@ -59,7 +59,7 @@ class MailServers {
       auto eq = word.find('=');
       if (eq != std::string::npos) ports_[word.substr(0, eq)] = std::stoi(word.substr(eq + 1));
     }
-    return ports_.size() == 6;
+    return ports_.size() == 7;
   }
   void stop() {
     if (stdin_ >= 0) close(stdin_);
@@ -232,6 +232,46 @@ TEST_F(MailTest, ThreeMailsArriveExactlyAsComposed) {
   MailSetup saved;
   ASSERT_TRUE(ReadMailSettings(saved));
   EXPECT_EQ(saved.target_email, "owner@example.com");
+}
+
+TEST_F(MailTest, DialogueGoesOutByteForByte) {
+  InstallMailCommands();
+  const std::string debtor =
+      "HELO 127.0.0.1\r\nMAIL FROM: till@shop.example\r\nRCPT TO: debtor@example.com\r\n"
+      "DATA\r\n"
+      "FROM: till@shop.example\r\nTO: debtor@example.com\r\nSUBJECT: Overdue balance\r\n\r\n"
+      ".Corner shop\r\n1 High St\r\n\r\n"
+      "Overdue reminder: 9:05 Mon Nov 23 26\r\n\r\n"
+      "Dear Sir / Madam,  Customer reference: 42\r\n"
+      "According to our records the following balance is overdue:\r\n\r\n"
+      "57.25\r\n"
+      "\r\nPlease remit at your earliest convenience. Thank you.\r\n.\r\nQUIT\r\n";
+  struct Case {
+    Command command;
+    std::string starts;
+    std::string ends;
+  } cases[] = {
+      {Command::DebtorEmail, debtor, debtor},
+      {Command::EmailReport,
+       "HELO 127.0.0.1\r\nMAIL FROM:<till@shop.example>\r\nRCPT TO:<owner@example.com>\r\n"
+       "DATA\r\nFROM: till@shop.example\r\n",
+       "\r\nEnd report\r\n.\r\nQUIT\r\n"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(int(c.command));
+    servers.clear_events();
+    platform_.clear_record();
+    EXPECT_EQ(Run(c.command, Setup("raw")), "Finished: Report");
+    auto events = servers.events();
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+    while (events.empty() && std::chrono::steady_clock::now() < deadline) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+      events = servers.events();
+    }
+    ASSERT_EQ(events.count("raw-session"), 1u);
+    EXPECT_TRUE(events["raw-session"].starts_with(c.starts)) << events["raw-session"];
+    EXPECT_TRUE(events["raw-session"].ends_with(c.ends));
+  }
 }
 
 TEST_F(MailTest, EveryOutcomeReachesTheOperator) {

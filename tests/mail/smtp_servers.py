@@ -5,6 +5,7 @@
   reject  refuses the sender (550) and whatever follows
   hangup  closes each connection at once
   silent  accepts and never says a word
+  raw     answers every command with a success and records the bytes of the session
   secure  demands STARTTLS, then a log-in as shop / secret
   notls   offers no STARTTLS; records any log-in tried all the same
 
@@ -104,6 +105,31 @@ async def hang_up(reader, writer):
     writer.close()
 
 
+async def transcribe(reader, writer):
+    received = b""
+    writer.write(b"220 raw\r\n")
+    in_data = False
+    while True:
+        line = await reader.readline()
+        if not line:
+            break
+        received += line
+        if in_data:
+            if line == b".\r\n":
+                in_data = False
+                writer.write(b"250 OK\r\n")
+        elif line.upper().startswith(b"DATA"):
+            in_data = True
+            writer.write(b"354 Go ahead\r\n")
+        elif line.upper().startswith(b"QUIT"):
+            writer.write(b"221 Bye\r\n")
+        else:
+            writer.write(b"250 OK\r\n")
+        await writer.drain()
+    record("raw", "session", received)
+    writer.close()
+
+
 async def stay_silent(reader, writer):
     record("silent", "connect")
     await reader.read()  # until the client gives up
@@ -133,7 +159,7 @@ async def main():
         server = await loop.create_server(factory, "127.0.0.1", 0)
         servers.append(server)
         ports[name] = server.sockets[0].getsockname()[1]
-    for name, handler in (("hangup", hang_up), ("silent", stay_silent)):
+    for name, handler in (("hangup", hang_up), ("silent", stay_silent), ("raw", transcribe)):
         server = await asyncio.start_server(handler, "127.0.0.1", 0)
         servers.append(server)
         ports[name] = server.sockets[0].getsockname()[1]
