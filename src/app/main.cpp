@@ -9,6 +9,8 @@
 #include <QSocketNotifier>
 #include <QStandardPaths>
 
+#include <curl/curl.h>
+
 #include <clocale>
 #include <csignal>
 
@@ -18,6 +20,7 @@
 #include "core/state.h"
 #include "documents/print_job.h"
 #include "documents/ui/qt_print_service.h"
+#include "platform/jobs.h"
 #include "platform/qt/qt_platform.h"
 
 namespace {
@@ -58,6 +61,8 @@ void QuitOnSignals(QApplication& app) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  // Before any thread: the mail's secure submission uses libcurl.
+  curl_global_init(CURL_GLOBAL_DEFAULT);
   QApplication app(argc, argv);
   // Qt takes the desktop's locale for the C library too; amounts, logs and files
   // are always written with a decimal point, whatever the desktop's language.
@@ -82,6 +87,8 @@ int main(int argc, char** argv) {
       splash->show();
       result = app.exec();
     }
+    // A mail still going out is broken off: the till doesn't wait on the network.
+    tilo::StopJobs();
     tilo::Closedown();
   }
   tilo::install_print_service(nullptr);

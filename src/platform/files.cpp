@@ -154,6 +154,23 @@ bool ReplaceFile(const std::string& path, const void* data, int64_t size) {
   return true;
 }
 
+bool ReplacePrivateFile(const std::string& path, std::string_view bytes) {
+  if (IsDirectory(path)) return false;
+  std::string temp = path + ".new";
+  int fd = ::open(temp.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+  if (fd < 0) return false;
+  // A temporary left by an earlier run may have wider rights than it is created with.
+  bool ok = ::fchmod(fd, 0600) == 0 &&
+            ::write(fd, bytes.data(), bytes.size()) == ssize_t(bytes.size()) && ::fsync(fd) == 0;
+  ok = ::close(fd) == 0 && ok;
+  if (!ok || ::rename(temp.c_str(), path.c_str()) != 0) {
+    ::unlink(temp.c_str());
+    return false;
+  }
+  SyncFolder(FolderOf(path));
+  return true;
+}
+
 bool AppendToFile(const std::string& path, std::string_view bytes) {
   File f(path, File::Mode::Append);
   return f && f.write(bytes) && f.sync();

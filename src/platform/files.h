@@ -61,6 +61,8 @@ bool ReplaceFile(const std::string& path, const void* data, int64_t size);
 inline bool ReplaceFile(const std::string& path, std::string_view bytes) {
   return ReplaceFile(path, bytes.data(), int64_t(bytes.size()));
 }
+// As ReplaceFile, for a file only its owner may read or write (it holds a password).
+bool ReplacePrivateFile(const std::string& path, std::string_view bytes);
 // Appends and flushes; creates the file if missing.
 bool AppendToFile(const std::string& path, std::string_view bytes);
 bool MakeFolder(const std::string& path);  // one level; true if it exists afterwards

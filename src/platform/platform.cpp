@@ -81,6 +81,10 @@ bool Platform::wait(const std::string&, const std::string&, int interval_ms,
   return true;
 }
 
+void Platform::notify(const std::string& text, const std::string& title) {
+  std::fprintf(stderr, "%s: %s\n", title.c_str(), text.c_str());
+}
+
 std::string Platform::long_date(int year, int month, int day) {
   static const char* days[] = {"Sunday",   "Monday", "Tuesday", "Wednesday",
                                "Thursday", "Friday", "Saturday"};

@@ -86,6 +86,10 @@ class Platform {
   // the operator cancels first. The default polls, sleeping between calls.
   virtual bool wait(const std::string& text, const std::string& title, int interval_ms,
                     const std::function<bool()>& poll);
+  // A message from work running beside the till (the mail): callable from any
+  // thread, it returns at once and the box blocks nothing. The default writes
+  // it to the error stream.
+  virtual void notify(const std::string& text, const std::string& title);
 };
 
 // The platform in force. Until one is installed a headless default answers OK to

@@ -31,6 +31,23 @@ class ScriptedProgress : public Progress {
 };
 }  // namespace
 
+void ScriptedPlatform::notify(const std::string& text, const std::string& title) {
+  std::lock_guard lock(notice_mutex_);
+  notices_.push_back(title + ": " + text);
+  notice_added_.notify_all();
+}
+
+bool ScriptedPlatform::wait_notices(size_t count, int timeout_ms) {
+  std::unique_lock lock(notice_mutex_);
+  return notice_added_.wait_for(lock, std::chrono::milliseconds(timeout_ms),
+                                [&] { return notices_.size() >= count; });
+}
+
+std::vector<std::string> ScriptedPlatform::notices() const {
+  std::lock_guard lock(notice_mutex_);
+  return notices_;
+}
+
 std::unique_ptr<Progress> ScriptedPlatform::begin_progress(const std::string& text,
                                                            const std::string& title,
                                                            bool can_cancel) {

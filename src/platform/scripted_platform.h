@@ -4,7 +4,9 @@
 // clock lets them start the program "on" any date.
 #pragma once
 
+#include <condition_variable>
 #include <deque>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -45,6 +47,14 @@ class ScriptedPlatform : public Platform {
   bool wait(const std::string& text, const std::string& title, int interval_ms,
             const std::function<bool()>& poll) override;
 
+  // Recorded under a lock, from whatever thread calls it.
+  void notify(const std::string& text, const std::string& title) override;
+  // Waits up to `timeout_ms` until `count` notices in all have come; false on
+  // the time-out.
+  bool wait_notices(size_t count, int timeout_ms = 10000);
+  // The notices so far, "title: text" each.
+  std::vector<std::string> notices() const;
+
   // Sets the clock; the weekday is worked out from the date.
   void set_now(int year, int month, int day, int hour = 9, int minute = 30);
   // Answers given to the next message boxes, in order; when none is queued a box
@@ -58,6 +68,8 @@ class ScriptedPlatform : public Platform {
   void clear_record() {
     messages.clear();
     sounds.clear();
+    std::lock_guard lock(notice_mutex_);
+    notices_.clear();
   }
 
   std::vector<ShownMessage> messages;
@@ -79,6 +91,11 @@ class ScriptedPlatform : public Platform {
   DesktopSize desktop_size{1280, 1024};
   std::string currency = "£";
   uint64_t ticks = 1000;
+
+ private:
+  mutable std::mutex notice_mutex_;
+  std::condition_variable notice_added_;
+  std::vector<std::string> notices_;
 };
 
 // Day of the week (0 = Sunday) of a Gregorian date.

@@ -15,6 +15,7 @@
 #include "inventory/ui/item_forms.h"
 #include "reports/ui/report_forms.h"
 #include "reports/ui/takings_forms.h"
+#include "mail/ui/mail_setup_form.h"
 #include "sale/commands.h"
 #include "sale/screen.h"
 #include "sale/ui/item_box.h"
@@ -70,6 +71,7 @@ MainWindow::MainWindow(DesktopSize desktop, bool open_store) : desktop_(desktop)
   InstallFindForms();
   InstallReportHandlers();
   InstallTakingsHandlers();
+  InstallMailHandlers();
   buildMenus();
   buildToolBar();
   sale_ = new SaleScreen(this);

@@ -58,6 +58,21 @@ Answer QtPlatform::message(const std::string& text, const std::string& title, Bu
   }
 }
 
+void QtPlatform::notify(const std::string& text, const std::string& title) {
+  // Queued to the thread of the screen: a box with no parent, not modal, so the
+  // till goes on selling while it stands.
+  QMetaObject::invokeMethod(
+      qApp,
+      [text, title] {
+        auto* box = new QMessageBox(QMessageBox::NoIcon, Q(title), Q(text), QMessageBox::Ok);
+        box->setObjectName("noticeBox");
+        box->setAttribute(Qt::WA_DeleteOnClose);
+        box->setModal(false);
+        box->show();
+      },
+      Qt::QueuedConnection);
+}
+
 std::optional<std::string> QtPlatform::prompt(const std::string& text, const std::string& title,
                                               const std::string& initial, bool hidden) {
   bool ok = false;

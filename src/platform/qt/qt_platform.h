@@ -27,6 +27,7 @@ class QtPlatform : public Platform {
                                            bool can_cancel) override;
   bool wait(const std::string& text, const std::string& title, int interval_ms,
             const std::function<bool()>& poll) override;
+  void notify(const std::string& text, const std::string& title) override;
 };
 
 }  // namespace tilo
