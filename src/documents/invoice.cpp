@@ -378,7 +378,7 @@ void CustomInvoice(Sheet& p) {
     p.Left(p.left + 40, p.Y(r), Wording(kDescriptionHeading));
     p.Left(amount_x, p.Y(r), Wording(kNetTotalHeading));
     const int rows = Items(p, entries, r + 2, amount_x, p.left + 80);
-    if (box) CloseTable(p, r + 1, r + 1 + rows);
+    if (box) CloseTable(p, r + 2, r + 1 + rows);
   }
   if (const int r = s.invoice_line_date; r != 0) p.Left(p.left + 40, p.Y(r), SaleMoment());
   if (const int r = s.invoice_line_clerk; r != 0) p.Left(p.left + 40, p.Y(r), Associate());
@@ -398,7 +398,8 @@ void CustomInvoice(Sheet& p) {
     p.Left(p.left + 40, at(r), Labelled(kDiscountCaps, "(" + Money(b.total_discount) + ")"));
   if (const int r = s.invoice_line_total; r != 0) {
     p.Left(p.left + 40, at(r), TotalText());
-    if (box) p.Fill(at(r + 1) + 5, at(r + 1) + 25);
+    // A thin band on the boundary with the next row, clear of its words.
+    if (box) p.Fill(at(r + 1) - 6, at(r + 1) + 2);
   }
   if (const int r = s.invoice_line_note; r != 0 && b.note[0] != '\0')
     p.Left(p.left + 40, at(r), FieldText(b.note));
@@ -443,7 +444,9 @@ void DeliveryNote(Sheet& p) {
   const int k = Items(p, entries, 20, amount_x, amount_x);
   CloseTable(p, 18, 19 + k);
 
-  int row = k + 20;
+  // The figures start a row below the table's closing rule, and the total and
+  // the customer block make room for as many as there are.
+  int row = k + 21;
   const bool taxed = b.total_tax1 != 0 || b.total_tax2 != 0;
   const std::string net = Labelled(kNetTotalHeading, Money(b.subtotal));
   if (taxed) {
@@ -457,8 +460,9 @@ void DeliveryNote(Sheet& p) {
     if (!taxed) p.Left(p.left + 40, p.Y(row++), net);
     p.Left(p.left + 40, p.Y(row++), Labelled(kDiscountCaps, "(" + Money(b.total_discount) + ")"));
   }
-  p.Left(p.left + 40, p.Y(k + 22), TotalText());
-  CustomerBlock(p, k, true, true);
+  const int extra = std::max(0, row - (k + 22));
+  p.Left(p.left + 40, p.Y(k + 22 + extra), TotalText());
+  CustomerBlock(p, k + extra, true, true);
 }
 
 }  // namespace

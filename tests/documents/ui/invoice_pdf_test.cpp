@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: MIT
+// The three invoices on the built-in PDF printer, read back by poppler: the
+// words where a customer reads them, the grey bands drawn behind the text and
+// not over it, and a barcode a scanner reads as the transaction number.
+#include <gtest/gtest.h>
+
+#include <QImage>
+#include <cstdio>
+#include <string>
+
+#include "core/customer_file.h"
+#include "core/settings.h"
+#include "core/state.h"
+#include "core/text.h"
+#include "documents/invoice.h"
+#include "documents/print_job.h"
+#include "documents/ui/qt_print_target.h"
+#include "documents/wording.h"
+#include "support/shop_fixture.h"
+#include "tender/printdocument.h"
+
+namespace tilo {
+namespace {
+
+std::string Shell(const std::string& command) {
+  std::string out;
+  FILE* p = popen(command.c_str(), "r");
+  if (!p) return out;
+  char buf[4096];
+  size_t n;
+  while ((n = fread(buf, 1, sizeof buf, p)) > 0) out.append(buf, n);
+  pclose(p);
+  return out;
+}
+
+class InvoicePdfTest : public ShopTest {
+ protected:
+  void SetUp() override {
+    ShopTest::SetUp();
+    MakeFreshShop();
+    ASSERT_TRUE(Opensettings());
+    ASSERT_TRUE(LoadCustomerIndex());
+    Defaultwording(0, G().language);
+    SetField(G().heading.site_name, "CORNER STORE");
+    SetField(G().heading.site_road, "1 HIGH ST");
+    SetField(G().settings.currency_symbol, "$");
+    MemberRecord m{};
+    m.number = 7;
+    m.terms = 4;  // 10% disc, 30 days
+    CompleteNewMember(m);
+    ASSERT_TRUE(Insertmember(m));
+    Basket& b = G().basket;
+    b.transaction_number = 1234;
+    b.customer_number = 7;
+    b.clerk = 1;
+    SetField(b.customer_name, "ANN SMITH");
+    SetField(b.sale_time, "10:15");
+    SetField(b.sale_date, "Fri 1 Mar 24");
+    SetField(b.note, "LEAVE AT DOOR");
+    const char* names[] = {"WIDGET", "WIDGET", "BOLT"};
+    const float net[] = {2.5f, 2.5f, 4.0f};
+    for (int i = 0; i < 3; ++i) {
+      b.number[i] = 100 + (i == 2);
+      SetField(b.description[i], names[i]);
+      b.taxable[i] = net[i];
+      b.line_total[i] = net[i] * 1.2f;
+    }
+    b.line_count = 3;
+    b.subtotal = b.total_taxable = 9.0f;
+    b.total_tax1 = 1.8f;
+    b.total = 10.8f;
+    b.credit_before = 5.0f;
+    b.credit_after = 15.8f;
+  }
+  // Prints `kind` to a PDF and answers the file.
+  static std::string Print(int kind) {
+    auto target = QtPrintTarget::Pdf();
+    EXPECT_GT(target->begin_document(kDocumentName), 0);
+    EXPECT_GT(target->begin_page(), 0);
+    Printinvoice(*target, kind);
+    target->end_page();
+    target->end_document();
+    return target->last_file();
+  }
+  static std::string Text(const std::string& pdf) {
+    return Shell("pdftotext -layout " + pdf + " -");
+  }
+  static QImage Page(const std::string& pdf, int dpi) {
+    Shell("pdftoppm -r " + std::to_string(dpi) + " -png -singlefile " + pdf + " page");
+    return QImage("page.png");
+  }
+  static bool Contains(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+  }
+};
+
+TEST_F(InvoicePdfTest, StandardInvoiceReadsBackWithItsBarcode) {
+  const std::string pdf = Print(kStandardInvoice);
+  const std::string text = Text(pdf);
+  for (const char* part :
+       {"INVOICE", "CORNER STORE", "Invoice Number: 1234", "Associate: Administrator", "WIDGET",
+        "2 @ 2.50", "5.00", "BOLT", "4.00", "SUBTOTAL: $9.00", "TOTAL: $10.80", "CUSTOMER NO: 7",
+        "Terms: 10% disc, 30 days", "Authorized", "Received"})
+    EXPECT_TRUE(Contains(text, part)) << part << "\n" << text;
+  Page(pdf, 300);
+  EXPECT_EQ(Shell("zbarimg -q --raw page.png"), "1234\n");
+  // The table band is grey behind the words, not black over them.
+  const QImage page = Page(pdf, 50);
+  const double k = 50.0 / 300.0;
+  const QRgb band = page.pixel(int((75 + 1500) * k), int((75 + 19.8 * 51) * k));
+  EXPECT_LT(qGray(band), 250);
+  EXPECT_GT(qGray(band), 150);
+}
+
+TEST_F(InvoicePdfTest, CustomInvoiceAndDeliveryNoteReadBack) {
+  SettingsRecord& s = G().settings;
+  s.invoice_line_store_name = 5;
+  s.invoice_line_invoice = 8;
+  s.invoice_line_items = 10;
+  s.invoice_line_total = 14;
+  s.invoice_line_note = 15;
+  s.invoice_line_customer_terms = 17;
+  s.invoice_line_balance = 18;
+  s.invoice_box = 1;
+  s.invoice_barcode = 1;
+  const std::string custom = Text(Print(kCustomInvoice));
+  for (const char* part :
+       {"INVOICE", "CORNER STORE", "Invoice Number: 1234", "NET TOTAL", "TOTAL: $10.80",
+        "LEAVE AT DOOR", "Terms: 10% disc, 30 days", "Previous balance: 5.00", "Balance: 15.80"})
+    EXPECT_TRUE(Contains(custom, part)) << part << "\n" << custom;
+  EXPECT_FALSE(Contains(custom, "Associate"));  // its line is 0
+
+  const std::string pdf = Print(kDeliveryNote);
+  const std::string note = Text(pdf);
+  for (const char* part : {"Delivery Note", "Transaction reference: 1234", "Unit price",
+                           "NET TOTAL: 9.00", "TAX 1: 1.80", "TOTAL: $10.80", "Shortages must be",
+                           "within 3 days", "Terms: 10% disc, 30 days", "Balance: 15.80"})
+    EXPECT_TRUE(Contains(note, part)) << part << "\n" << note;
+  EXPECT_FALSE(Contains(note, "Received"));
+  Page(pdf, 300);
+  EXPECT_EQ(Shell("zbarimg -q --raw page.png"), "1234\n");
+}
+
+}  // namespace
+}  // namespace tilo
