@@ -10,7 +10,6 @@
 #include "core/settings.h"
 #include "core/state.h"
 #include "core/text.h"
-#include "documents/print_job.h"
 #include "documents/receipt.h"
 #include "documents/wording.h"
 #include "platform/platform.h"

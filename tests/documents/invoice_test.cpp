@@ -141,7 +141,7 @@ TEST_F(InvoiceTest, StandardInvoiceListsNetAmountsKeepingDescriptionsApart) {
   EXPECT_TRUE(Mentions(Calls(kDeliveryNote), "draw_image"));  // the note always has it
 }
 
-TEST_F(InvoiceTest, TermsOfEachBandInTheirTwoWordings) {
+TEST_F(InvoiceTest, TermsOfEachBandInTheirTwoWordingsAndTheHeaderFontHeight) {
   S().band_credit_period[1] = 2;  // band 2: "2% disc" and 10 days
   struct Case {
     int32_t terms;
@@ -156,6 +156,9 @@ TEST_F(InvoiceTest, TermsOfEachBandInTheirTwoWordings) {
     EXPECT_EQ(Standardterms(S(), c.terms), c.standard) << c.terms;
     EXPECT_EQ(Customterms(S(), c.terms), c.custom) << c.terms;
   }
+  // The header font's size in points, stored as a rounded device height.
+  EXPECT_EQ(Headerfontheight(300, 10), -42);
+  EXPECT_EQ(Headerfontheight(600, 11), -92);
 }
 
 TEST_F(InvoiceTest, TheCustomerBlockTakesTheTermsOfTheSalesOwnCustomer) {
