@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 // The three invoices on the built-in PDF printer, read back by poppler: the
 // words a customer reads, and a barcode a scanner reads as the transaction
-// number.
+// number. And one invoice through a print system's queue.
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <filesystem>
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -16,6 +18,7 @@
 #include "documents/print_job.h"
 #include "documents/ui/qt_print_target.h"
 #include "documents/wording.h"
+#include "support/private_cups.h"
 #include "support/shop_fixture.h"
 #include "tender/printdocument.h"
 
@@ -119,6 +122,19 @@ TEST_F(InvoicePdfTest, EachKindReadsBackWithItsBarcode) {
     Shell("pdftoppm -r 300 -png -singlefile " + pdf + " page");
     EXPECT_EQ(Shell("zbarimg -q --raw page.png"), k.kind == kCustomInvoice ? "" : "1234\n");
   }
+}
+
+TEST_F(InvoicePdfTest, AnInvoiceGoesThroughAPrintQueueAsOneJobNamedTilo) {
+  if (!PrivateCups::Installed()) GTEST_SKIP() << "no CUPS daemon here (cups-daemon)";
+  PrivateCups cups;
+  ASSERT_TRUE(cups.Start(std::filesystem::path(folder_) / "cups", "INVOICES"));
+  ASSERT_TRUE(Runsinglepagejob(QtPrintTarget::Printer("INVOICES"), Documentpage(kStandardInvoice)));
+  const auto [bytes, title] = cups.NextJob();
+  EXPECT_EQ(title, "TILO");
+  std::ofstream("job.pdf", std::ios::binary) << bytes;
+  const std::string text = Shell("pdftotext -layout job.pdf -");
+  EXPECT_NE(text.find("Invoice Number: 1234"), std::string::npos) << text;
+  EXPECT_NE(text.find("TOTAL: $10.80"), std::string::npos) << text;
 }
 
 }  // namespace
