@@ -33,6 +33,9 @@ struct FontDescription {
   int height = 0;
   int width = 0;
   int weight = 400;
+  bool italic = false;
+  bool underline = false;
+  bool strikeout = false;
 
   bool operator==(const FontDescription&) const = default;
 };

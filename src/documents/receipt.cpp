@@ -457,13 +457,14 @@ int Elementline(int element) {
   return G().settings.*kLines[element];
 }
 
-std::vector<int> Collapselines(const Basket& b) {
+std::vector<int> Collapselines(const Basket& b, bool same_description) {
   const int lines = std::clamp(b.line_count, 0, kBasketLines);
   std::vector<int> count(size_t(lines), 1);
   for (int i = 0; i < lines; ++i) {
     if (count[i] == 0) continue;
     for (int j = i + 1; j < lines; ++j) {
-      if (count[j] != 0 && b.number[j] == b.number[i] && b.line_total[j] == b.line_total[i]) {
+      if (count[j] != 0 && b.number[j] == b.number[i] && b.line_total[j] == b.line_total[i] &&
+          (!same_description || FieldText(b.description[j]) == FieldText(b.description[i]))) {
         ++count[i];
         count[j] = 0;
       }
@@ -568,7 +569,7 @@ void Printreceipt(PrintTarget& target, int kind) {
   if (font_made) target.select_font(target.stock_font());
 }
 
-void Selectlogo() {
+void Selectlogo(const char* logo_file) {
   // The file dialog may wander: the shop's folder is noted first and returned to.
   char folder[4096];
   if (!getcwd(folder, sizeof folder)) {
@@ -579,7 +580,7 @@ void Selectlogo() {
       platform().choose_file("Select logo bitmap file", false, "Bitmaps (*.bmp)");
   if (chdir(folder) != 0 || !path) return;
   std::optional<std::string> picture = ReadWholeFile(*path);
-  if (!picture || !ReplaceFile(kLogoFile, *picture)) return;
+  if (!picture || !ReplaceFile(logo_file, *picture)) return;
   Message("Updated.", "Logo picture");
 }
 

@@ -38,16 +38,18 @@ void Printbarcode(PrintTarget& target, int row);
 // The custom receipt's line number of an element (0 for none).
 int Elementline(int element);
 // How many units each basket line prints as: a line equal to an earlier one in
-// item number and amount is counted there and prints as 0.
-std::vector<int> Collapselines(const Basket& basket);
+// item number and amount (and, for the invoices, description) is counted there
+// and prints as 0.
+std::vector<int> Collapselines(const Basket& basket, bool same_description = false);
 // The modules of a Code 39 symbol for `text` between its start and stop
 // characters, '1' for a bar module: 12 per character and one blank between.
 std::string Code39modules(const std::string& text);
 // The text the barcode carries: the transaction number, at least four digits.
 std::string Barcodetext(int64_t transaction_number);
 
-// "Select logo bitmap file": copies the bitmap the operator picks over
-// receipt.bmp in the shop's folder and confirms with "Updated.".
-void Selectlogo();
+// "Select logo bitmap file": copies the bitmap the operator picks over the
+// logo file (receipt.bmp, or letter.bmp for the invoices) in the shop's folder
+// and confirms with "Updated.".
+void Selectlogo(const char* logo_file = kLogoFile);
 
 }  // namespace tilo

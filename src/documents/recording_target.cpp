@@ -99,7 +99,8 @@ int RecordingTarget::text_extent(const std::string& text) {
 
 bool RecordingTarget::select_font(const FontDescription& font) {
   Log("select_font " + font.face + Ints({font.height, font.width, font.weight}) +
-      (device_.font_fails ? " failed" : ""));
+      (font.italic ? " italic" : "") + (font.underline ? " underline" : "") +
+      (font.strikeout ? " strikeout" : "") + (device_.font_fails ? " failed" : ""));
   if (device_.font_fails) return false;
   font_ = font;
   if (font_.height == 0) font_.height = device_.stock.height;

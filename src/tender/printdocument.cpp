@@ -5,6 +5,7 @@
 #include "core/text.h"
 #include "devices/bytes.h"
 #include "devices/ports.h"
+#include "documents/invoice.h"
 #include "documents/receipt.h"
 #include "platform/platform.h"
 
@@ -31,6 +32,10 @@ PageRoutine Documentpage(int kind) {
     case kTillReceipt:
     case kCustomReceipt:
       return [kind](PrintTarget& target) { Printreceipt(target, kind); };
+    case kStandardInvoice:
+    case kCustomInvoice:
+    case kDeliveryNote:
+      return [kind](PrintTarget& target) { Printinvoice(target, kind); };
     default:
       return {};
   }

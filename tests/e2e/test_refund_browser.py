@@ -127,7 +127,7 @@ def test(new_session):
     check(struct.unpack_from("<i", s.file("wr.cfg"), 1360)[0] == 3,
           "wr.cfg does not hold the next number after the refund")
 
-    # F11, transaction 1, "Till receipt" (three back from OK), then OK.
+    # F11, transaction 1, "Till receipt" (four back from OK), then OK.
     wid = s.find_window(title)
     s.key(wid, "F11")
     prompt = s.find_window("Display transaction")
@@ -137,7 +137,7 @@ def test(new_session):
     form = s.find_window("Transaction")
     time.sleep(0.5)
     keep(s, form, "transaction-form.png")
-    s.key(form, "shift+Tab", "shift+Tab", "shift+Tab", "space")
+    s.key(form, "shift+Tab", "shift+Tab", "shift+Tab", "shift+Tab", "space")
     wait_for(lambda: len(printouts(s)) == 2, "reprint")
     s.key(form, "Return")
     check(s.close() == 0, "tilo did not end cleanly")

@@ -138,6 +138,9 @@ void QtPrintTarget::MakeFont(const FontDescription& d) {
   QFont f(QString::fromStdString(LinuxFace(d.face)));
   f.setStyleStrategy(QFont::PreferOutline);
   f.setWeight(QFont::Weight(std::clamp(d.weight <= 0 ? 400 : d.weight, 100, 900)));
+  f.setItalic(d.italic);
+  f.setUnderline(d.underline);
+  f.setStrikeOut(d.strikeout);
   int height = d.height != 0 ? d.height : stock_font().height;
   double pixels = -height;
   if (height > 0) {
