@@ -22,6 +22,7 @@
 #include "tender/ui/refund_forms.h"
 #include "tender/ui/split_form.h"
 #include "tender/ui/till_forms.h"
+#include "upkeep/ui/upkeep_forms.h"
 
 namespace tilo {
 namespace {
@@ -62,6 +63,7 @@ MainWindow::MainWindow(DesktopSize desktop, bool open_store) : desktop_(desktop)
   InstallSplitHandlers();
   InstallDocumentHandlers();
   InstallInventoryHandlers();
+  InstallUpkeepHandlers();
   buildMenus();
   buildToolBar();
   sale_ = new SaleScreen(this);
