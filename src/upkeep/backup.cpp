@@ -236,7 +236,7 @@ void Backup(UpkeepFiles& files) {
   std::vector<std::pair<std::string, std::string>> moves;
   for (const char* name : kBackupFiles)
     moves.emplace_back(folder + "." + name + ".tilo-new", folder + name);
-  auto progress = platform().begin_progress("Copying the store's files", "File backup", true);
+  auto progress = platform().begin_progress("Copying the store's files", "Backup", true);
   bool cancelled = false;
   int64_t step = 0;
   auto tick = [&] { return !(cancelled = !progress->step(++step, 0)); };
