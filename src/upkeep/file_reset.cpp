@@ -9,6 +9,7 @@
 #include "core/state.h"
 #include "platform/files.h"
 #include "platform/platform.h"
+#include "sale/screen.h"
 #include "upkeep/purge.h"
 #include "upkeep/rebuild.h"
 #include "upkeep/upkeep_view.h"
@@ -46,6 +47,7 @@ void Resetfiles(bool delete_databases) {
     CreateEmptyFile(kMemberFile, kMemberRecordSize);
   }
   Rebuildfiles();
+  screen_view().settings_changed();
 }
 
 void Filereset() {
