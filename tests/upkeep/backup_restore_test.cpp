@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstring>
 #include <filesystem>
 #include <map>
@@ -49,6 +50,8 @@ struct Fault {
   int copy = 0, rename = 0, cancel = -1;
 };
 
+// Each of the six copies, each of the twelve renames (six old files aside, six
+// new ones in), Cancel at each of the six steps.
 std::vector<Fault> EveryFault() {
   std::vector<Fault> faults;
   for (int k = 1; k <= 6; ++k) faults.push_back({k, 0, -1});
@@ -70,95 +73,65 @@ class BackupTest : public ShopTest {
     install_upkeep_view(nullptr);
     ShopTest::TearDown();
   }
-  void Arm(FaultyFiles& files, const Fault& f) {
+  AgreeingView view_;
+};
+
+// Either side holds a whole set whatever fails or is cancelled: a failed backup
+// leaves the previous backup and stamp, a failed restore the shop's files. One
+// that runs leaves the new set; a restore numbers from 1, deletes the history
+// and keeps the close-down off the restored files.
+TEST_F(BackupTest, AFailureOrCancelAtAnyStepLeavesTheWholeOldSet) {
+  const std::string dest = folder_ + "/backup";
+  fs::create_directory(dest);
+  for (const char* name : kBackupFiles) WriteBytes(dest + "/" + name, name);
+  auto run = [&](bool restore, const Fault& f) {
+    FaultyFiles files;
     files.fail_copy_at = f.copy;
     files.fail_rename_at = f.rename;
     platform_.cancel_progress_at = f.cancel;
     platform_.progress_steps = 0;
     platform_.clear_record();
-  }
-  bool Completed(const std::string& what) {
-    for (const auto& line : platform_.shown())
-      if (line == what) return true;
-    return false;
-  }
-  AgreeingView view_;
-};
-
-// A backup that fails or is cancelled at any file or rename leaves the old set
-// in the folder and the old stamp in the settings; one that runs leaves the new.
-TEST_F(BackupTest, BackupLeavesTheWholeOldSetOrTheWholeNewOne) {
-  const std::string dest = folder_ + "/backup";
-  fs::create_directory(dest);
-  Files old_set;
-  for (const char* name : kBackupFiles) old_set[name] = std::string("old ") + name;
-  for (const Fault& f : EveryFault()) {
-    for (const auto& [name, bytes] : old_set) WriteBytes(dest + "/" + name, bytes);
-    FaultyFiles files;
-    Arm(files, f);
     platform_.queue_prompt(dest);
-    Backup(files);
-    SCOPED_TRACE(testing::Message() << f.copy << " " << f.rename << " " << f.cancel);
-    EXPECT_EQ(FolderFiles(dest), old_set);
-    EXPECT_FALSE(Completed("File backup: Complete"));
-    SettingsRecord saved{};
-    std::memcpy(&saved, Bytes("wr.cfg").data(), sizeof saved);
-    EXPECT_EQ(saved.last_backup_year, 0);
-    EXPECT_EQ(G().settings.last_backup_year, 0);
+    platform_.queue_file(dest + "/wr.cfg");
+    restore ? Restore(files) : Backup(files);
+    platform_.prompts.clear();
+    platform_.files.clear();
+  };
+  for (bool restore : {false, true}) {
+    const std::string side = restore ? "." : dest;
+    const Files before = FolderFiles(side);
+    for (const Fault& f : EveryFault()) {
+      run(restore, f);
+      SCOPED_TRACE(testing::Message() << restore << " " << f.copy << f.rename << f.cancel);
+      EXPECT_EQ(FolderFiles(side), before);
+      EXPECT_EQ(platform_.shown(), f.cancel > 0
+                                       ? std::vector<std::string>{}
+                                       : std::vector<std::string>{"Problem: Unable to open file"});
+      EXPECT_FALSE(fs::exists(kRestoreStaging) || G().no_save_at_close);
+      int32_t stamp;
+      std::memcpy(&stamp, Bytes("wr.cfg").data() + offsetof(SettingsRecord, last_backup_year), 4);
+      EXPECT_EQ(stamp, restore ? 2026 : 0);
+      EXPECT_EQ(G().settings.last_backup_year, stamp);
+    }
+    run(restore, {});
+    if (!restore) {
+      EXPECT_EQ(platform_.shown(), std::vector<std::string>{"File backup: Complete"});
+      for (const char* name : kBackupFiles) EXPECT_EQ(Bytes(dest + "/" + name), Bytes(name));
+      WriteBytes("film.dat", Bytes("film.dat") + Bytes("film.dat"));  // a change to undo
+    }
   }
-  FaultyFiles files;
-  Arm(files, {});
-  platform_.queue_prompt(dest);
-  Backup(files);
-  EXPECT_TRUE(Completed("File backup: Complete"));
-  Files shop = FolderFiles(".");
-  Files expected;
-  for (const char* name : kBackupFiles) expected[name] = shop[name];
-  EXPECT_EQ(FolderFiles(dest), expected);
-  EXPECT_EQ(G().settings.last_backup_year, 2026);
-  EXPECT_NE(shop["bun4.dat"].find("\r\n10:5 23/11/2026  File backup\r\n"), std::string::npos);
-}
-
-// A restore that fails or is cancelled anywhere leaves the shop as it was; one
-// that runs brings in the backup, numbering from 1, deletes the history and
-// keeps the close-down off the restored files.
-TEST_F(BackupTest, RestoreLeavesTheWholeOldSetOrTheWholeNewOne) {
-  const std::string source = folder_ + "/backup";
-  platform_.queue_prompt(source);
-  Backup();
-  ASSERT_TRUE(Completed("File backup: Complete"));
-  const Files backup = FolderFiles(source);
-  WriteBytes("film.dat", Bytes("film.dat") + Bytes("film.dat"));
-  AppendToFile("bun4.dat", "after the backup");
-  const Files shop = FolderFiles(".");
-
-  for (const Fault& f : EveryFault()) {
-    FaultyFiles files;
-    Arm(files, f);
-    platform_.queue_file(source + "/wr.cfg");
-    Restore(files);
-    SCOPED_TRACE(testing::Message() << f.copy << " " << f.rename << " " << f.cancel);
-    EXPECT_EQ(FolderFiles("."), shop);
-    EXPECT_FALSE(fs::exists(kRestoreStaging));
-    EXPECT_FALSE(G().no_save_at_close);
-  }
-
-  FaultyFiles files;
-  Arm(files, {});
-  platform_.queue_file(source + "/wr.cfg");
-  Restore(files);
   EXPECT_EQ(platform_.shown(),
             std::vector<std::string>{"Restore complete: TILO will now close down"});
-  Files restored = FolderFiles(".");
   for (const char* name : {"film.dat", "member.dat", "mans.dat", "resn.dat", "bun4.dat"})
-    EXPECT_EQ(restored[name], backup.at(name)) << name;
+    EXPECT_EQ(Bytes(name), Bytes(dest + "/" + name)) << name;
   SettingsRecord s{};
-  std::memcpy(&s, restored["wr.cfg"].data(), sizeof s);
+  const std::string restored = Bytes("wr.cfg");
+  std::memcpy(&s, restored.data(), sizeof s);
   EXPECT_EQ(s.transaction_number, 1);
   EXPECT_EQ(s.last_backup_year, 2026);
   EXPECT_FALSE(fs::exists("2026"));
   Closedown();
-  EXPECT_EQ(Bytes("wr.cfg"), restored["wr.cfg"]);
+  EXPECT_EQ(Bytes("wr.cfg"), restored);
   EXPECT_FALSE(fs::exists("2026/11/23/thedaily.dat"));
 }
 

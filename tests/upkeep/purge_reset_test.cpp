@@ -8,7 +8,6 @@
 #include "core/customer_file.h"
 #include "core/film_record.h"
 #include "core/history.h"
-#include "core/reminders.h"
 #include "core/settings.h"
 #include "core/startup.h"
 #include "core/state.h"
@@ -56,11 +55,6 @@ TEST_F(UpkeepTest, PurgeStopsAtAGapAndReportsAYearAStrayFileKeeps) {
   Purgehistory();
   EXPECT_TRUE(fs::exists(DayBasePath(2025, 6, 1)));
   EXPECT_EQ(platform_.shown().back(), "Transaction history purge: Complete");
-
-  WriteBytes("bun2.dat", "old");
-  Purgelogfiles();
-  EXPECT_FALSE(fs::exists("bun2.dat") || fs::exists("bun4.dat"));
-  EXPECT_EQ(platform_.shown().back(), "Purge Log files: bun2.dat and bun4.dat: Complete.");
 }
 
 // The repair as first written: a scan of every earlier record for each one.
@@ -134,7 +128,7 @@ TEST_F(UpkeepTest, RebuildMatchesTheScanOnRandomFilesWithDuplicatesAndBadNumbers
 
 // File reset with the tick off repairs the files in place; with it on leaves one
 // deleted record in each. Either way the settings are the reset ones but for the
-// survivor, the diary is blank and only today's history is left.
+// survivor, and only today's history is left.
 TEST_F(UpkeepTest, FileResetByteForByteWithTheTickOnAndOff) {
   for (bool tick : {false, true}) {
     platform_.set_now(2026, 11, 23, 10, 0);
@@ -171,12 +165,6 @@ TEST_F(UpkeepTest, FileResetByteForByteWithTheTickOnAndOff) {
     EXPECT_EQ(G().settings.reset_survivor, 0x1122334455667788);
     EXPECT_EQ(Bytes("wr.cfg"),
               std::string(reinterpret_cast<const char*>(&expected), sizeof expected));
-    std::string diary;
-    for (int p = 0; p < kReminderPages; ++p) {
-      ResnRecord page = BlankReminderPage(p);
-      diary.append(reinterpret_cast<const char*>(&page), sizeof page);
-    }
-    EXPECT_EQ(Bytes("resn.dat"), diary);
     EXPECT_FALSE(fs::exists(DayFolder(2026, 3, 4)));
     EXPECT_TRUE(fs::exists(DayBasePath(2026, 11, 23)));
     ResetState();
