@@ -33,8 +33,8 @@ struct SizeCheck {
 };
 
 // The size test of a record file: present, not empty, a whole number of records.
-bool CheckRecordFile(const SizeCheck& c) {
-  auto size = FileSize(c.path);
+bool CheckRecordFile(const SizeCheck& c, const std::string& folder = {}) {
+  auto size = FileSize(folder + c.path);
   if (!size) return Message(c.missing, kFatal), false;
   if (*size == 0) return Message(c.empty, kFatal), false;
   if (*size % c.record_size != 0) return Message(c.corrupt, kFatal), false;
@@ -117,6 +117,11 @@ WindowGeometry WindowAfterSplash(DesktopSize desktop) {
   return {};
 }
 
+bool CheckDataFiles(const std::string& folder) {
+  return CheckRecordFile(kFilmCheck, folder) && CheckRecordFile(kMemberCheck, folder) &&
+         CheckRecordFile(kMansCheck, folder);
+}
+
 int Opendata() {
   State& g = G();
   if (!CheckRecordFile(kFilmCheck)) return 0;
@@ -191,7 +196,10 @@ void Closedown() {
   if (g.open_failed) return;
   SettingsRecord& s = g.settings;
   StampLastUsed(s);
-  if (!Savesettings()) Message("Unable to create WR.CFG at end of WinMaim", kProblem);
+  // After a restore the restored files are the store: nothing held in memory
+  // may be written over them.
+  if (!g.no_save_at_close && !Savesettings())
+    Message("Unable to create WR.CFG at end of WinMaim", kProblem);
   WriteHeadingLines(g.heading);
   Savewording();
 
@@ -205,7 +213,7 @@ void Closedown() {
   Datestamp();
   const std::string folder = DayFolder(g.now.year, g.now.month, g.now.day);
   // Over midnight the new day's folder does not exist yet: no summary then.
-  if (IsDirectory(folder)) WriteDailySummary(folder + "/thedaily.dat");
+  if (!g.no_save_at_close && IsDirectory(folder)) WriteDailySummary(folder + "/thedaily.dat");
 }
 
 }  // namespace tilo

@@ -3,6 +3,8 @@
 // close-down that saves everything held in memory.
 #pragma once
 
+#include <string>
+
 #include "platform/platform.h"
 
 namespace tilo {
@@ -33,6 +35,10 @@ WindowGeometry WindowAfterSplash(DesktopSize desktop);
 // Validates the data files, builds the indexes, loads the settings and rolls the
 // day over. 1 on success, 0 after its own message.
 int Opendata();
+// The size tests Opendata makes on film.dat, member.dat and mans.dat, made on the
+// files in `folder` (ending in "/", or empty for the working folder), with
+// Opendata's own messages.
+bool CheckDataFiles(const std::string& folder);
 
 // The logic of the opening sequence: the stamps of the start, Opendata, the first
 // writes of the run, the reminders of the day. False when the start failed

@@ -55,6 +55,8 @@ struct State {
   int start_weekday = 0, start_hour = 0, start_minute = 0;
   int today_day = 0, today_month = 0, today_year = 0;
   bool open_failed = false;
+  // Set by a restore: the close-down leaves wr.cfg and the day's summary alone.
+  bool no_save_at_close = false;
   int previous_run_minute = 0, previous_run_hour = 0, previous_run_day = 0, previous_run_month = 0,
       previous_run_year = 0;
 

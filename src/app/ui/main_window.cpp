@@ -27,6 +27,7 @@
 #include "tender/ui/refund_forms.h"
 #include "tender/ui/split_form.h"
 #include "tender/ui/till_forms.h"
+#include "upkeep/ui/upkeep_forms.h"
 
 namespace tilo {
 namespace {
@@ -72,6 +73,7 @@ MainWindow::MainWindow(DesktopSize desktop, bool open_store) : desktop_(desktop)
   InstallReportHandlers();
   InstallTakingsHandlers();
   InstallMailHandlers();
+  InstallUpkeepHandlers();
   buildMenus();
   buildToolBar();
   sale_ = new SaleScreen(this);
