@@ -10,6 +10,7 @@
 #include "core/state.h"
 #include "devices/pole.h"
 #include "documents/ui/document_commands.h"
+#include "reports/ui/activity_forms.h"
 #include "sale/commands.h"
 #include "sale/screen.h"
 #include "sale/ui/item_box.h"
@@ -58,6 +59,7 @@ MainWindow::MainWindow(DesktopSize desktop, bool open_store) : desktop_(desktop)
   InstallRefundHandlers();
   InstallBrowserHandlers();
   InstallDocumentHandlers();
+  InstallActivityHandlers();
   buildMenus();
   buildToolBar();
   sale_ = new SaleScreen(this);
