@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include "core/activity_log.h"
@@ -186,6 +187,13 @@ void ChooseLogCapacity() {
   if (ok) capacity = int32_t(rows.indexOf(chosen));
 }
 
+// The boxes of the print jobs go first: one still there, even hidden, would
+// turn the close-down back.
+void QuitAfterPrinting() {
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  QTimer::singleShot(0, [] { screen_view().quit(); });
+}
+
 }  // namespace
 
 void InstallActivityHandlers() {
@@ -202,16 +210,16 @@ void InstallActivityHandlers() {
   // The way out with paper: the printing finishes before the program closes.
   SetHandler(Command::ExitPrintReport, [](int) {
     PrintActivitySummary();
-    screen_view().quit();
+    QuitAfterPrinting();
   });
   SetHandler(Command::ExitPrintLog, [](int) {
     Printlog(kLogToday);
-    screen_view().quit();
+    QuitAfterPrinting();
   });
   SetHandler(Command::ExitPrintReportLog, [](int) {
     PrintActivitySummary();
     Printlog(kLogToday);
-    screen_view().quit();
+    QuitAfterPrinting();
   });
 }
 
