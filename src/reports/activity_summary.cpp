@@ -24,9 +24,9 @@ std::string Format(const char* format, ...) {
   return buffer;
 }
 
-const char* const kMonthNames[] = {"January", "February", "March",     "April",   "May",
-                                   "June",    "July",     "August",    "September", "October",
-                                   "November", "December"};
+const char* const kMonthNames[] = {"January",   "February", "March",    "April",
+                                   "May",       "June",     "July",     "August",
+                                   "September", "October",  "November", "December"};
 
 std::string Counted(float count, double amount) {
   return Format("(%d): %.2f", int(count), amount);
@@ -112,8 +112,8 @@ StatusScreen Statusscreen(const LocalTime& today) {
   const CalendarDate current = DaysBefore(date, 1);
   const WeekSums weeks = Weeksums();
   l.push_back(Format("W/E %d/%d/%d: %-4.2f", last.day, last.month, last.year, weeks.last_week));
-  l.push_back(Format("W/E %d/%d/%d: %-4.2f", current.day, current.month, current.year,
-                     weeks.current_week));
+  l.push_back(
+      Format("W/E %d/%d/%d: %-4.2f", current.day, current.month, current.year, weeks.current_week));
   if (weeks.current_week == 0 || weeks.last_week == 0)
     l.push_back(Format("W/E %d/%d/%d vs W/E %d/%d/%d: 0.00%%", current.day, current.month,
                        current.year, last.day, last.month, last.year));
@@ -131,8 +131,8 @@ StatusScreen Statusscreen(const LocalTime& today) {
   f.push_back({"CH refunds", Counted(s.count_ch_refunds, s.ch_refunds)});
   f.push_back({"EFT refunds", Counted(s.count_eft_refunds, s.eft_refunds)});
   f.push_back({"Credit refunds", Counted(s.count_credit_refunds, s.credit_refunds)});
-  f.push_back({"Total refunds",
-               Money(s.cash_refunds + s.ch_refunds + s.eft_refunds + s.credit_refunds)});
+  f.push_back(
+      {"Total refunds", Money(s.cash_refunds + s.ch_refunds + s.eft_refunds + s.credit_refunds)});
   f.push_back({"Non Tax Sales", Money(s.sales_non_taxable)});
   f.push_back({"Taxable sales", Money(s.sales_taxable)});
   f.push_back({"Tax 1", Money(s.sales_tax1)});
@@ -227,8 +227,8 @@ std::vector<std::string> ActivitySummaryRows(const LocalTime& now) {
   r.push_back(Format("CH refunds (%d): %.2f", int(s.count_ch_refunds), s.ch_refunds));
   r.push_back(Format("EFT refunds (%d): %.2f", int(s.count_eft_refunds), s.eft_refunds));
   r.push_back(Format("Credit refunds (%d): %.2f", int(s.count_credit_refunds), s.credit_refunds));
-  r.push_back(pad + Format("(%.2f)", s.cash_refunds + s.ch_refunds + s.eft_refunds +
-                                         s.credit_refunds));
+  r.push_back(pad +
+              Format("(%.2f)", s.cash_refunds + s.ch_refunds + s.eft_refunds + s.credit_refunds));
   r.push_back(Format("Nontaxable sales: %.2f", s.sales_non_taxable));
   r.push_back(Format("Taxable sales: %.2f", s.sales_taxable));
   r.push_back(Format("Sub total: %.2f", s.sales_subtotal));
@@ -267,8 +267,7 @@ void PrintActivitySummary() {
   const bool released = Runsinglepagejob(std::move(target), [&rows](PrintTarget& t) {
     t.set_text_align(TextAlign::Left);
     const int line_height = Lineheight(t);
-    for (size_t row = 0; row < rows.size(); ++row)
-      t.text_out(0, int(row) * line_height, rows[row]);
+    for (size_t row = 0; row < rows.size(); ++row) t.text_out(0, int(row) * line_height, rows[row]);
   });
   if (!released) Message("Unable to release printer", "Problem");
 }

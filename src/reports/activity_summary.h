@@ -45,10 +45,10 @@ struct StatusRow {
 
 // The status screen, all as UTF-8.
 struct StatusScreen {
-  std::string title;                // "TILO STATUS <long date> "
-  std::vector<std::string> lines;   // times, counts, takings and the weeks
-  std::vector<StatusRow> figures;   // sales, refunds, tax, balance payments...
-  std::vector<std::string> notes;   // the three notes at the foot
+  std::string title;               // "TILO STATUS <long date> "
+  std::vector<std::string> lines;  // times, counts, takings and the weeks
+  std::vector<StatusRow> figures;  // sales, refunds, tax, balance payments...
+  std::vector<std::string> notes;  // the three notes at the foot
 };
 StatusScreen Statusscreen(const LocalTime& today);
 

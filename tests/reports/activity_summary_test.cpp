@@ -97,10 +97,10 @@ TEST_F(ActivitySummaryTest, WeekEndsRollBackIntoDecemberOfTheYearBefore) {
   S().takings_history[7] = 10.00;
   platform_.set_now(2025, 1, 3);
   const StatusScreen s = Statusscreen(platform().now());
-  EXPECT_THAT(std::vector<std::string>(s.lines.begin() + 8, s.lines.end()),
-              ElementsAre("Last Friday: 10.00", "Yesterday's till take: 0.00",
-                          "W/E 26/12/2024: 20.00", "W/E 2/1/2025: 40.00",
-                          "W/E 2/1 vs W/E 26/12: 200.00%"));
+  EXPECT_THAT(
+      std::vector<std::string>(s.lines.begin() + 8, s.lines.end()),
+      ElementsAre("Last Friday: 10.00", "Yesterday's till take: 0.00", "W/E 26/12/2024: 20.00",
+                  "W/E 2/1/2025: 40.00", "W/E 2/1 vs W/E 26/12: 200.00%"));
   EXPECT_EQ(DaysBefore({2024, 3, 1}, 1).day, 29);
   EXPECT_EQ(DaysBefore({2023, 3, 1}, 1).day, 28);
 }

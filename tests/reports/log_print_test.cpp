@@ -44,8 +44,8 @@ TEST_F(LogPrintTest, TodayStartsAtItsFirstEntryAndADayNotThereIsSaid) {
   WriteBytes(kActivityLog, kTwoDays);
   Printlog(kLogToday);
   EXPECT_THAT(printers_.texts(),
-              ElementsAre("SHOP Log file: 15/03/2024      Page: 1", "08:30 15/03/2024  Switched on.",
-                          "", "08:31 15/03/2024  Log on.", "  "));
+              ElementsAre("SHOP Log file: 15/03/2024      Page: 1",
+                          "08:30 15/03/2024  Switched on.", "", "08:31 15/03/2024  Log on.", "  "));
   EXPECT_EQ(printers_.count("text_out 0 84 08:30"), 1);  // row 2
 
   struct Case {
@@ -73,6 +73,10 @@ TEST_F(LogPrintTest, TodayStartsAtItsFirstEntryAndADayNotThereIsSaid) {
     EXPECT_THAT(platform_.shown(), ElementsAre(c.message));
     EXPECT_EQ(printers_.count("begin_document"), 0);  // nothing printed
   }
+
+  // A date found across the pieces the file is read in.
+  WriteBytes(kActivityLog, std::string(65530, 'x') + kTwoDays);
+  EXPECT_EQ(Findlogdate(kActivityLog, "14/03/2024"), 65532);
 
   // Yesterday typed in starts at yesterday's first entry.
   WriteBytes(kActivityLog, kTwoDays);
@@ -135,7 +139,10 @@ TEST_F(LogPrintTest, TheViewerWalksBlocksOf31999Bytes) {
   EXPECT_FALSE(v->previous_enabled);
 
   // Windows-1252 shown as UTF-8, one line end for CR LF.
-  EXPECT_EQ(LogBlockText("\r\nTotal: \xA3" "5\r\n"), "\nTotal: \xC2\xA3" "5\n");
+  EXPECT_EQ(LogBlockText("\r\nTotal: \xA3"
+                         "5\r\n"),
+            "\nTotal: \xC2\xA3"
+            "5\n");
   EXPECT_FALSE(OpenLogViewer(true));
   EXPECT_THAT(platform_.shown(), ElementsAre("Problem: Previous log file does not yet exist."));
 }

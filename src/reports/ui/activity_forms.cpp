@@ -182,8 +182,8 @@ void ChooseLogCapacity() {
   int32_t& capacity = G().settings.log_capacity;
   const int current = capacity >= 0 && capacity < kLogCapacityRows ? capacity : 0;
   bool ok = false;
-  const QString chosen = QInputDialog::getItem(MainWindowWidget(), "Log capacity",
-                                               "Log capacity", rows, current, false, &ok);
+  const QString chosen = QInputDialog::getItem(MainWindowWidget(), "Log capacity", "Log capacity",
+                                               rows, current, false, &ok);
   if (ok) capacity = int32_t(rows.indexOf(chosen));
 }
 

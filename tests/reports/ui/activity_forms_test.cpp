@@ -59,9 +59,9 @@ TEST_F(ActivityFormsTest, F12ShowsTheStatusScreen) {
   WithForm<StatusDialog>(Command::ActivitySummary, [](StatusDialog& form) {
     EXPECT_EQ(form.windowTitle(), "TILO STATUS Friday January 3 2025 ");
     const QStringList texts = form.texts();
-    for (const char* line : {"Today's till take: 12.50", "W/E 26/12/2024: 20.00",
-                             "W/E 2/1/2025: 30.00", "W/E 2/1 vs W/E 26/12: 150.00%",
-                             "Customer balance payments"})
+    for (const char* line :
+         {"Today's till take: 12.50", "W/E 26/12/2024: 20.00", "W/E 2/1/2025: 30.00",
+          "W/E 2/1 vs W/E 26/12: 150.00%", "Customer balance payments"})
       EXPECT_TRUE(texts.contains(line)) << line;
     EXPECT_EQ(form.figure("Cash sales"), "(2): 12.50");
     EXPECT_EQ(form.figure("Total sales"), "12.50");
@@ -71,7 +71,9 @@ TEST_F(ActivityFormsTest, F12ShowsTheStatusScreen) {
 
 TEST_F(ActivityFormsTest, TheLogViewerStepsThroughBlocks) {
   std::string log(70000, 'x');
-  log.replace(0, 11, "Total: \xA3" "5\r\n");
+  log.replace(0, 11,
+              "Total: \xA3"
+              "5\r\n");
   WriteBytes(kActivityLog, log);
   WithForm<LogDialog>(Command::DisplayLogFile, [](LogDialog& form) {
     EXPECT_EQ(form.windowTitle(), "TILO log");
