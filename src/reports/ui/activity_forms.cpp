@@ -17,6 +17,7 @@
 #include "core/activity_log.h"
 #include "core/state.h"
 #include "reports/log_print.h"
+#include "reports/stock_summary.h"
 #include "sale/commands.h"
 #include "sale/screen.h"
 
@@ -176,6 +177,29 @@ void ShowPreviousSummary() {
   form.exec();
 }
 
+// Dialog SUMMARY: the four figures and "OK".
+void ShowStockSummary() {
+  std::optional<StockSummary> summary = Stocksummary();
+  if (!summary) return;
+  QDialog form(MainWindowWidget());
+  form.setObjectName("SUMMARY");
+  form.setWindowTitle("Stock summary");
+  auto* layout = new QVBoxLayout(&form);
+  auto* grid = new QGridLayout;
+  int row = 0;
+  for (const auto& [label, value] : Stocksummaryrows(*summary)) {
+    grid->addWidget(Text(&form, Q(label), "label"), row, 0);
+    QLabel* shown = Text(&form, Q(value), "value");
+    shown->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    grid->addWidget(shown, row++, 1);
+  }
+  layout->addLayout(grid);
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok, &form);
+  QObject::connect(buttons, &QDialogButtonBox::accepted, &form, &QDialog::accept);
+  layout->addWidget(buttons);
+  form.exec();
+}
+
 void ChooseLogCapacity() {
   QStringList rows;
   for (int n = 0; n < kLogCapacityRows; ++n) rows << Q(LogCapacityRow(n));
@@ -206,6 +230,7 @@ void InstallActivityHandlers() {
   SetHandler(Command::PrintLogFromDay, [](int) { Printlog(kLogFromDay); });
   SetHandler(Command::PrintLogFile, [](int) { Printlog(kLogWhole); });
   SetHandler(Command::PrintOldLogFile, [](int) { Printlog(kLogPrevious); });
+  SetHandler(Command::StockSummary, [](int) { ShowStockSummary(); });
   SetHandler(Command::LogFileCapacity, [](int) { ChooseLogCapacity(); });
   // The way out with paper: the printing finishes before the program closes.
   SetHandler(Command::ExitPrintReport, [](int) {
