@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The day's figures as F12 and the printed summary give them: the counters
-// after real sales and a refund, the days rolled over, the week ends across a
-// new year, and the printed page row by row.
+// after real sales and a refund, three days rolled over, and the printed page
+// row by row.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -90,21 +90,6 @@ TEST_F(ActivitySummaryTest, SalesAndARefundCountThenThreeDaysRollOver) {
                           "W/E 17/3/2024: 9.00", "W/E 17/3/2024 vs W/E 10/3/2024: 0.00%"));
 }
 
-TEST_F(ActivitySummaryTest, WeekEndsRollBackIntoDecemberOfTheYearBefore) {
-  S().takings_history[2] = 30.00;  // 1 January, in the current week
-  S().takings_history[9] = 20.00;  // 25 December, in the week before
-  S().till_takings = 5.00;
-  S().takings_history[7] = 10.00;
-  platform_.set_now(2025, 1, 3);
-  const StatusScreen s = Statusscreen(platform().now());
-  EXPECT_THAT(
-      std::vector<std::string>(s.lines.begin() + 8, s.lines.end()),
-      ElementsAre("Last Friday: 10.00", "Yesterday's till take: 0.00", "W/E 26/12/2024: 20.00",
-                  "W/E 2/1/2025: 40.00", "W/E 2/1 vs W/E 26/12: 200.00%"));
-  EXPECT_EQ(DaysBefore({2024, 3, 1}, 1).day, 29);
-  EXPECT_EQ(DaysBefore({2023, 3, 1}, 1).day, 28);
-}
-
 TEST_F(ActivitySummaryTest, ThePrintedSummaryRowByRow) {
   SetField(G().heading.site_name, "CORNER SHOP");
   G().start_hour = 8;
@@ -119,70 +104,35 @@ TEST_F(ActivitySummaryTest, ThePrintedSummaryRowByRow) {
   S().takings_history[15] = 40.00;
   PrintActivitySummary();
 
-  const std::vector<std::string> texts = printers_.texts();
-  const std::vector<std::string> expected = {
-      "CORNER SHOP  14:05 Friday March 15 2024",
-      "Today's till takings: 4.50",
-      "",
-      "",
-      "Ontime: 08:02  Transaction number: 2",
-      "Inventory on the system: 2, Customers on the system: 0",
-      "Today transactions: 1 Items: 1",
-      "Yesterday transactions: 0 Items: 0",
-      "Today vs. last Friday: 50.00%  8/3/2024",
-      "Current vs. last week: 200.00%",
-      "Last weeks total: 6.00",
-      "Current weeks total: 12.00",
-      "",
-      "New customers: 0",
-      "",
-      "Cash sales (1): 4.50",
-      "CH sales (0): 0.00",
-      "EFT sales (0): 0.00",
-      "Credit sales (0): 0.00",
-      std::string(46, ' ') + "4.50",
-      "Cash refunds (0): 0.00",
-      "CH refunds (0): 0.00",
-      "EFT refunds (0): 0.00",
-      "Credit refunds (0): 0.00",
-      std::string(46, ' ') + "(0.00)",
-      "Nontaxable sales: 4.50",
-      "Taxable sales: 0.00",
-      "Sub total: 4.50",
-      "Tax 1: 0.00",
-      "Tax 2: 0.00",
-      std::string(43, ' ') + "Total: 4.50",
-      "",
-      "Balance payments cash (0): 0.00",
-      "Balance payments CH (0): 0.00",
-      "Balance payments EFT (0): 0.00",
-      "Total: 0.00",
-      "(Excludes petty cash payments: 0.00)",
-      "(Excludes cash back: 0.00)",
-      "",
-      "Net sales: 4.50",
-      "Cost of sales: 2.25",
-      "Gross profit: 2.25",
-      "",
-      "Monthly till totals:",
-      "March      2023: 100.00",
-      "April      2023: 0.00",
-      "May        2023: 0.00",
-      "June       2023: 0.00",
-      "July       2023: 0.00",
-      "August     2023: 0.00",
-      "September  2023: 0.00",
-      "October    2023: 0.00",
-      "November   2023: 0.00",
-      "December   2023: 0.00",
-      "January    2024: 0.00",
-      "February   2024: 40.00",
-      "March      2024: 22.50",
-      "(Excludes credit sales, refunds and petty cash payments.",
-      " Includes customer balance payments).",
-  };
-  ASSERT_EQ(texts.size(), expected.size());
-  for (size_t i = 0; i < texts.size(); ++i) EXPECT_EQ(texts[i], expected[i]) << "row " << i;
+  // The rows joined by "|", four or so to a line here; the padded totals as "_46".
+  std::string rows;
+  for (std::string text : printers_.texts()) {
+    for (int pad : {46, 43})
+      if (text.rfind(std::string(size_t(pad), ' '), 0) == 0)
+        text = "_" + std::to_string(pad) + text.substr(size_t(pad));
+    rows += text + "|";
+  }
+  EXPECT_EQ(rows,
+            "CORNER SHOP  14:05 Friday March 15 2024|Today's till takings: 4.50|||"
+            "Ontime: 08:02  Transaction number: 2|"
+            "Inventory on the system: 2, Customers on the system: 0|"
+            "Today transactions: 1 Items: 1|Yesterday transactions: 0 Items: 0|"
+            "Today vs. last Friday: 50.00%  8/3/2024|Current vs. last week: 200.00%|"
+            "Last weeks total: 6.00|Current weeks total: 12.00||New customers: 0||"
+            "Cash sales (1): 4.50|CH sales (0): 0.00|EFT sales (0): 0.00|Credit sales (0): 0.00|"
+            "_464.50|Cash refunds (0): 0.00|CH refunds (0): 0.00|EFT refunds (0): 0.00|"
+            "Credit refunds (0): 0.00|_46(0.00)|Nontaxable sales: 4.50|Taxable sales: 0.00|"
+            "Sub total: 4.50|Tax 1: 0.00|Tax 2: 0.00|_43Total: 4.50||"
+            "Balance payments cash (0): 0.00|Balance payments CH (0): 0.00|"
+            "Balance payments EFT (0): 0.00|Total: 0.00|(Excludes petty cash payments: 0.00)|"
+            "(Excludes cash back: 0.00)||Net sales: 4.50|Cost of sales: 2.25|"
+            "Gross profit: 2.25||Monthly till totals:|March      2023: 100.00|"
+            "April      2023: 0.00|May        2023: 0.00|June       2023: 0.00|"
+            "July       2023: 0.00|August     2023: 0.00|September  2023: 0.00|"
+            "October    2023: 0.00|November   2023: 0.00|December   2023: 0.00|"
+            "January    2024: 0.00|February   2024: 40.00|March      2024: 22.50|"
+            "(Excludes credit sales, refunds and petty cash payments.|"
+            " Includes customer balance payments).|");
   // One page at x = 0, a row per line height, nothing but the device's font.
   EXPECT_EQ(printers_.count("begin_page"), 1);
   EXPECT_EQ(printers_.count("select_font"), 0);
