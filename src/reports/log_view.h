@@ -28,7 +28,8 @@ struct LogViewer {
   bool next_enabled = false;
   bool previous_enabled = false;
 
-  // Reads the block that ends at `offset` and starts `shown` before it.
+  // Reads and shows the block that starts at `start`; false when the file
+  // can't be read.
   bool Show(int64_t start);
   void Next();
   void Previous();
