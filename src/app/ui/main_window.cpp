@@ -16,6 +16,7 @@
 #include "reports/ui/report_forms.h"
 #include "reports/ui/takings_forms.h"
 #include "mail/ui/mail_setup_form.h"
+#include "reports/ui/activity_forms.h"
 #include "sale/commands.h"
 #include "sale/screen.h"
 #include "sale/ui/item_box.h"
@@ -74,6 +75,7 @@ MainWindow::MainWindow(DesktopSize desktop, bool open_store) : desktop_(desktop)
   InstallTakingsHandlers();
   InstallMailHandlers();
   InstallUpkeepHandlers();
+  InstallActivityHandlers();
   buildMenus();
   buildToolBar();
   sale_ = new SaleScreen(this);
