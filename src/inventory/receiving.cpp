@@ -200,7 +200,7 @@ void Inventoryreceivedreport() {
   std::vector<std::string> shown;
   shown.reserve(lines.size());
   for (const std::string& line : lines) shown.push_back(Cp1252ToUtf8(line));
-  report_view().show_list(Receivedtitle(*period), shown, [&lines] {
+  period_list_view().show_list(Receivedtitle(*period), shown, [&lines] {
     size_t next = 0;
     Runpagedjob([&](PrintTarget& target) { Printreceivedpage(target, lines, next); });
   });

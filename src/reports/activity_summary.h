@@ -10,14 +10,9 @@
 #include <vector>
 
 #include "platform/platform.h"
+#include "reports/calendar_date.h"
 
 namespace tilo {
-
-struct CalendarDate {
-  int year = 0;
-  int month = 0;
-  int day = 0;
-};
 
 // `days` days before `date`, by the month table (February 29 days in a year
 // divisible by 4), rolling back into earlier months and years.

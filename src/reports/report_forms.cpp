@@ -11,8 +11,8 @@
 namespace tilo {
 namespace {
 
-ReportView silent_view;
-ReportView* current_view = &silent_view;
+PeriodListView silent_view;
+PeriodListView* current_view = &silent_view;
 
 bool Valid(int day, int month, int year) {
   return day >= 1 && day <= 31 && month >= 1 && month <= 12 && year >= 2000 && year <= 4000;
@@ -20,10 +20,10 @@ bool Valid(int day, int month, int year) {
 
 }  // namespace
 
-ReportView& report_view() {
+PeriodListView& period_list_view() {
   return *current_view;
 }
-void install_report_view(ReportView* view) {
+void install_period_list_view(PeriodListView* view) {
   current_view = view ? view : &silent_view;
 }
 
@@ -31,7 +31,7 @@ std::optional<ReportPeriod> Choosereportperiod() {
   Datestamp();
   const LocalTime now = G().now;
   const ReportPeriod today{now.day, now.month, now.year, now.day, now.month, now.year};
-  std::optional<ReportPeriod> p = report_view().choose_period(today);
+  std::optional<ReportPeriod> p = period_list_view().choose_period(today);
   if (!p || !Valid(p->from_day, p->from_month, p->from_year) ||
       !Valid(p->to_day, p->to_month, p->to_year))
     return std::nullopt;

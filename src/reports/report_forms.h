@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The two forms that period reports share: SALE4BOX, which asks for a from date
 // and a to date, and SALE2BOX, which shows a report's lines in a list and prints
-// them. The logic sees them through ReportView; the screen installs the real ones.
+// them. The logic sees them through PeriodListView; the screen installs the real ones.
 #pragma once
 
 #include <functional>
@@ -18,9 +18,9 @@ struct ReportPeriod {
   int to_day = 0, to_month = 0, to_year = 0;
 };
 
-class ReportView {
+class PeriodListView {
  public:
-  virtual ~ReportView() = default;
+  virtual ~PeriodListView() = default;
   // SALE4BOX: both dates start on `today`; the year lists run from eight years
   // before it. None when cancelled.
   virtual std::optional<ReportPeriod> choose_period(const ReportPeriod& /*today*/) {
@@ -31,8 +31,8 @@ class ReportView {
                          const std::function<void()>& /*print*/) {}
 };
 
-ReportView& report_view();
-void install_report_view(ReportView* view);
+PeriodListView& period_list_view();
+void install_period_list_view(PeriodListView* view);
 
 // SALE4BOX as reports use it: today's date offered, and a date outside day 1 to
 // 31, month 1 to 12, year 2000 to 4000 taken as no period.

@@ -11,15 +11,9 @@
 #include <vector>
 
 #include "platform/files.h"
+#include "reports/calendar_date.h"
 
 namespace tilo {
-
-struct CalendarDate {
-  int year = 0;
-  int month = 0;
-  int day = 0;
-  bool operator==(const CalendarDate&) const = default;
-};
 
 // What moving on by one day closed: the month and year that just ended.
 struct DayStep {

@@ -20,14 +20,14 @@ constexpr const char* kWeekdays[] = {"Sunday",   "Monday", "Tuesday", "Wednesday
 constexpr const char* kMonths[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                    "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
 
-CalendarDate Today() {
+TakingsDate Today() {
   const State& g = G();
   return {g.today_day, g.today_month, g.today_year};
 }
 
 // Days since 1 March of year 0 by the rule of four: a serial number of dates that
 // agrees with the month table the list walks by.
-int64_t Serial(CalendarDate d) {
+int64_t Serial(TakingsDate d) {
   int64_t days = int64_t(d.year) * 365 + (d.year + 3) / 4;  // Januarys of the years before
   for (int m = 1; m < d.month; ++m) days += DaysInMonth(m, d.year);
   return days + d.day;
@@ -54,7 +54,7 @@ std::optional<double> Amount(const std::string& text) {
 }
 
 std::optional<int> AskDate(bool amendment, const std::string& title) {
-  const CalendarDate today = Today();
+  const TakingsDate today = Today();
   std::optional<std::string> text =
       platform().prompt(TakingsPrompt(today, amendment), title, DefaultTakingsDate(today));
   if (!text) return std::nullopt;
@@ -93,7 +93,7 @@ void PrintTakingsPage(TakingsPrint& job, PrintTarget& target) {
 
 }  // namespace
 
-CalendarDate DaysBefore(CalendarDate d, int days) {
+TakingsDate DaysBefore(TakingsDate d, int days) {
   d.day -= days;
   while (d.day < 1) {
     if (--d.month < 1) {
@@ -105,7 +105,7 @@ CalendarDate DaysBefore(CalendarDate d, int days) {
   return d;
 }
 
-CalendarDate NextDay(CalendarDate d) {
+TakingsDate NextDay(TakingsDate d) {
   if (++d.day > DaysInMonth(d.month, d.year)) {
     d.day = 1;
     if (++d.month > 12) {
@@ -116,14 +116,14 @@ CalendarDate NextDay(CalendarDate d) {
   return d;
 }
 
-std::string DefaultTakingsDate(CalendarDate today) {
-  const CalendarDate d = DaysBefore(today, 14);
+std::string DefaultTakingsDate(TakingsDate today) {
+  const TakingsDate d = DaysBefore(today, 14);
   char text[40];
   std::snprintf(text, sizeof text, "%02d-%02d-%d", d.day, d.month, d.year);
   return text;
 }
 
-std::string TakingsPrompt(CalendarDate today, bool amendment) {
+std::string TakingsPrompt(TakingsDate today, bool amendment) {
   char text[64];
   std::snprintf(text, sizeof text,
                 amendment ? "Amend (Earliest 01-%02d-%d):" : "From (Earliest 01-%2d-%d):",
@@ -131,8 +131,8 @@ std::string TakingsPrompt(CalendarDate today, bool amendment) {
   return text;
 }
 
-std::optional<int> Takingsindex(const std::string& text, CalendarDate today, bool amendment) {
-  const CalendarDate d{Field(text, 0, 2), Field(text, 3, 2), Field(text, 6, 4)};
+std::optional<int> Takingsindex(const std::string& text, TakingsDate today, bool amendment) {
+  const TakingsDate d{Field(text, 0, 2), Field(text, 3, 2), Field(text, 6, 4)};
   if (d.day < 1 || d.month < 1 || d.month > 12 || d.year < 1994) return std::nullopt;
   if (d.year != today.year && d.year != today.year - 1) return std::nullopt;
   if (d.day > DaysInMonth(d.month, d.year)) return std::nullopt;
@@ -150,9 +150,9 @@ const char* TakingsWeekday(int start_weekday, int index) {
 }
 
 std::vector<TakingsDay> TakingsDays(const SettingsRecord& s, int start_weekday, int index,
-                                    CalendarDate from) {
+                                    TakingsDate from) {
   std::vector<TakingsDay> days;
-  CalendarDate date = from;
+  TakingsDate date = from;
   for (int i = index; i >= 1; --i, date = NextDay(date)) {
     if (i > kTakingsLastSlot) continue;
     TakingsDay day{i, date, TakingsWeekday(start_weekday, i), s.takings_history[i], {}};
@@ -200,7 +200,7 @@ void Printtakings() {
   if (TenderOpen()) return;
   std::optional<int> index = AskDate(false, "Print takings");
   if (!index) return;
-  const CalendarDate from = DaysBefore(Today(), *index);
+  const TakingsDate from = DaysBefore(Today(), *index);
   TakingsPrint job;
   job.days = TakingsDays(G().settings, G().start_weekday, *index, from);
   char header[64];
@@ -214,7 +214,7 @@ void Takingsamendment() {
   std::optional<int> index = AskDate(true, "Takings amendment");
   if (!index) return;
   SettingsRecord& s = G().settings;
-  const CalendarDate date = DaysBefore(Today(), *index);
+  const TakingsDate date = DaysBefore(Today(), *index);
   double& slot = *index == 0 ? s.till_takings : s.takings_history[*index];
   std::optional<std::string> text;
   if (*index == 0) {

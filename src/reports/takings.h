@@ -18,26 +18,26 @@ namespace tilo {
 inline constexpr int kTakingsLastSlot = 401;
 inline constexpr int kTakingsPurgedSlots = 390;
 
-struct CalendarDate {
+struct TakingsDate {
   int day = 0, month = 0, year = 0;
 };
 
 // `date` moved `days` days back (rolling into the month or year before).
-CalendarDate DaysBefore(CalendarDate date, int days);
+TakingsDate DaysBefore(TakingsDate date, int days);
 // The day after `date`.
-CalendarDate NextDay(CalendarDate date);
+TakingsDate NextDay(TakingsDate date);
 
 // The date the prompts offer: 14 days before today, "dd-mm-yyyy".
-std::string DefaultTakingsDate(CalendarDate today);
+std::string DefaultTakingsDate(TakingsDate today);
 // "From (Earliest 01-%2d-%d):" for the list and the print, "Amend (Earliest
 // 01-%02d-%d):" for the amendment: this month of last year.
-std::string TakingsPrompt(CalendarDate today, bool amendment);
+std::string TakingsPrompt(TakingsDate today, bool amendment);
 
 // Reads "dd-mm-yyyy" by position (day from characters 1-2, month 4-5, year 7-10)
 // and answers the slot of that date, or nullopt for a date that is not valid:
 // not this year or last, not a real date, today or later (today is allowed for
 // the amendment), or before the first of this month a year ago.
-std::optional<int> Takingsindex(const std::string& text, CalendarDate today, bool amendment);
+std::optional<int> Takingsindex(const std::string& text, TakingsDate today, bool amendment);
 
 // The weekday name of the slot `index` days before a day whose weekday is
 // `start_weekday` (0 is Sunday).
@@ -47,14 +47,14 @@ const char* TakingsWeekday(int start_weekday, int index);
 // a month, when the whole month still lies within the history, the month's sum.
 struct TakingsDay {
   int index = 0;
-  CalendarDate date;
+  TakingsDate date;
   const char* weekday = "";
   double takings = 0;
   std::optional<double> month_total;
 };
 // The days from slot `index` (the date `from`) forward to yesterday.
 std::vector<TakingsDay> TakingsDays(const SettingsRecord& s, int start_weekday, int index,
-                                    CalendarDate from);
+                                    TakingsDate from);
 // One row of the takings list on screen.
 std::string TakingsListRow(const TakingsDay& day);
 // One row of the printed takings: "%-12s%2d/%2d/%d  %.2f", then "  Month: %.2f".

@@ -52,7 +52,7 @@ class TakingsTest : public ShopTest {
 
 TEST_F(TakingsTest, DatesAreReadByPositionAndRefusedOutsideTheYearOffered) {
   struct Case {
-    CalendarDate today;
+    TakingsDate today;
     const char* text;
     bool amendment;
     int index;  // -1: "Non valid date"
@@ -87,12 +87,12 @@ TEST_F(TakingsTest, DatesAreReadByPositionAndRefusedOutsideTheYearOffered) {
 
 TEST_F(TakingsTest, EverySlotHasTheDateAndWeekdayOfTheRealCalendar) {
   using namespace std::chrono;
-  for (CalendarDate today : {CalendarDate{15, 3, 2026}, CalendarDate{1, 3, 2025}}) {
+  for (TakingsDate today : {TakingsDate{15, 3, 2026}, TakingsDate{1, 3, 2025}}) {
     const sys_days t = year{today.year} / today.month / today.day;
     const int start_weekday = int(weekday(t).c_encoding());
     for (int i = 1; i <= 370; ++i) {
       const year_month_day real(t - days{i});
-      const CalendarDate d = DaysBefore(today, i);
+      const TakingsDate d = DaysBefore(today, i);
       ASSERT_EQ(d.year, int(real.year())) << i;
       ASSERT_EQ(d.month, int(unsigned(real.month()))) << i;
       ASSERT_EQ(d.day, int(unsigned(real.day()))) << i;

@@ -85,7 +85,7 @@ ReportListDialog::ReportListDialog(QWidget* parent, const QString& title,
 
 namespace {
 
-class QtReportView : public ReportView {
+class QtPeriodListView : public PeriodListView {
  public:
   std::optional<ReportPeriod> choose_period(const ReportPeriod& today) override {
     PeriodDialog dialog(QApplication::activeWindow(), today);
@@ -100,12 +100,12 @@ class QtReportView : public ReportView {
   }
 };
 
-QtReportView qt_view;
+QtPeriodListView qt_view;
 
 }  // namespace
 
 void InstallReportForms() {
-  install_report_view(&qt_view);
+  install_period_list_view(&qt_view);
 }
 
 }  // namespace tilo

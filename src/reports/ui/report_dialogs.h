@@ -40,7 +40,7 @@ class ReportListDialog : public QDialog {
   QPushButton* print_;
 };
 
-// Installs these forms behind report_view().
+// Installs these forms behind period_list_view().
 void InstallReportForms();
 
 }  // namespace tilo
