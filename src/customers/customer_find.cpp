@@ -8,7 +8,9 @@
 #include "core/text.h"
 #include "inventory/find_view.h"
 #include "inventory/item_find.h"
+#include "platform/platform.h"
 #include "sale/basket.h"
+#include "sale/commands.h"
 
 namespace tilo {
 namespace {
@@ -148,6 +150,15 @@ int64_t Findtelephone(const std::string& text) {
   }
   if (walk.end() == RecordWalk::End::Finished) NoMatch();
   return 0;
+}
+
+int64_t PromptCustomer(const std::string& title) {
+  constexpr size_t kPromptLength = 29;
+  auto reply = platform().prompt("Number / name", title);
+  if (!reply) return 0;
+  std::string text = Utf8ToCp1252(*reply);
+  if (text.size() > kPromptLength) text.resize(kPromptLength);
+  return Customerfind(text);
 }
 
 }  // namespace tilo

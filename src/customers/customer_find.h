@@ -25,4 +25,9 @@ int64_t Findcustomerfragment(const std::string& text);
 // "Find telephone": the text in either telephone number.
 int64_t Findtelephone(const std::string& text);
 
+// The "Number / name" prompt under `title` (UTF-8), its reply cut to 29
+// characters and run through the customer find in force; 0 when cancelled or
+// nothing was chosen.
+int64_t PromptCustomer(const std::string& title);
+
 }  // namespace tilo
