@@ -7,6 +7,8 @@
 
 #include "core/inventory.h"
 #include "core/state.h"
+#include "inventory/item_find.h"
+#include "mail/mail_commands.h"
 #include "reports/item_export.h"
 #include "reports/report_view.h"
 #include "sale/commands.h"
@@ -17,13 +19,14 @@ namespace {
 ReportView default_view;
 ReportView* current_view = &default_view;
 
+// The item search of the Find command: a number is looked up (0, with no
+// message, when there is no such item), other text is a description start.
 int64_t FindItemByNumber() {
+  constexpr size_t kItemPromptLimit = 34;
   std::optional<std::string> typed =
       platform().prompt("Find item number / description / fragment", "Sales by item");
   if (!typed) return 0;
-  const long long number = std::strtoll(typed->c_str(), nullptr, 10);
-  if (!NumberInRange(number)) return 0;
-  return Fetchfilm(number);  // 0, with no message, when there is no such item
+  return Finditem(FindText(*typed, kItemPromptLimit), false, false);
 }
 
 ReportItemFind& item_find() {
@@ -219,6 +222,11 @@ void InstallReportCommands() {
     SetHandler(c, [period](int) { Itemsummarycommand(period); });
   SetHandler(C::ExportDailyItems, [](int) { Exportdailyitems(); });
   SetHandler(C::ExportWeeklyItems, [](int) { Exportweeklyitems(); });
+  // The daily items mail attaches today's rows.
+  SetDailyItemsCsvWriter([] {
+    const LocalTime now = platform().now();
+    return Writemailitems(CalendarDate{now.year, now.month, now.day});
+  });
 }
 
 }  // namespace tilo

@@ -1,6 +1,6 @@
 """Mail from the real program to servers on 127.0.0.1: the settings typed into
 "Email target" (wrmail.cfg checked byte for byte), a sale, then "Email report"
-arrives; with a server that never answers, the next sale goes through while
+and "Email daily items" arrive; with a server that never answers, the next sale goes through while
 the mail hangs, and the close-down is not held up by it."""
 import os
 import struct
@@ -95,6 +95,17 @@ def mail(new_session):
                       "SUBJECT: TILO report\r\n\r\nTILO report: ", "CORNER STORE\r\n",
                       "Today Transactions: ", "End report\r\n"):
             check(words in message, "the mail lacks %r:\n%s" % (words, message))
+
+        # Email daily items (the next entry): today's rows ride in the body.
+        menu(s, wid, 10, 4)
+        deadline = time.time() + 20
+        while len(events(folder, "plain-message")) < 2 and time.time() < deadline:
+            time.sleep(0.2)
+        items = events(folder, "plain-message")[1].decode("cp1252")
+        s.answer("Finished")
+        check("SUBJECT: TILO Daily items\r\n" in items and "1001" in items,
+              "the daily items mail lacks the sale's item:\n%s" % items)
+        check(os.path.exists(os.path.join(s.shop, "ES.CSV")), "ES.CSV was not written")
 
         # A server that never answers holds the next mail; the till sells on.
         cfg = bytearray(cfg)
