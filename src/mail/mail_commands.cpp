@@ -5,6 +5,7 @@
 
 #include "core/state.h"
 #include "core/text.h"
+#include "customers/customer_find.h"
 #include "mail/mail_sender.h"
 #include "sale/commands.h"
 
@@ -86,8 +87,7 @@ void Emaildailyitems() {
 void Emaildebtor() {
   MailSetup setup;
   if (!MailSettingsForUse(setup)) return;
-  auto reply = platform().prompt("Number / name", "Please enter the customer");
-  if (!reply || Customerfind(Utf8ToCp1252(*reply)) == 0) return;
+  if (PromptCustomer("Please enter the customer") == 0) return;
   const MemberRecord& m = G().member;
   const std::string email(m.email, strnlen(m.email, sizeof m.email));
   if (email.empty()) {

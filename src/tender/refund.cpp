@@ -14,6 +14,7 @@
 #include "core/settings.h"
 #include "core/state.h"
 #include "core/text.h"
+#include "customers/customer_find.h"
 #include "devices/drawer.h"
 #include "platform/files.h"
 #include "platform/platform.h"
@@ -54,9 +55,7 @@ std::string CustomerText(const Basket& b) {
 // The credit refund's customer: asked for, confirmed, and credited with the
 // basket total before anything else is written. False when the operator gives up.
 bool CreditCustomer() {
-  auto reply = platform().prompt("Number / name", "Customer");
-  if (!reply) return false;
-  if (Customerfind(Utf8ToCp1252(*reply)) == 0) return false;
+  if (PromptCustomer("Customer") == 0) return false;
   MemberRecord& m = G().member;
   const std::string title = Cp1252ToUtf8(Decimal(m.number) + " Name: " + FieldText(m.name));
   if (Message("Credit this customer?", title, Buttons::OkCancel) != Answer::Ok) return false;
