@@ -278,12 +278,16 @@ void Prunecustomers() {
   const bool omit_owing =
       Message("Omit those that owe money?", "Prune members", Buttons::YesNo) == Answer::Yes;
 
-  auto progress = platform().begin_progress("Looking through the customers..", "Prune members");
+  // The busy box is taken down before each question and put up again after it,
+  // so that it never stands over the question.
+  std::unique_ptr<Progress> progress;
   IndexedFile& members = g.members;
   MemberRecord r;
   // Slot by slot: a deletion moves the entries below the present one up a place,
   // so the next one still waits one slot further on.
   for (size_t slot = 0; slot < members.index.size(); ++slot) {
+    if (!progress)
+      progress = platform().begin_progress("Looking through the customers..", "Prune members");
     if (!progress->step(int64_t(slot), int64_t(members.index.size()))) return;
     const IndexEntry entry = members.index[slot];
     if (entry.number < 1) continue;
@@ -298,6 +302,7 @@ void Prunecustomers() {
     char text[96];
     std::snprintf(text, sizeof text, "Last used: %s Balance: %.2f", FieldText(r.last_used).c_str(),
                   double(r.balance));
+    progress.reset();
     const Answer a = Message(Cp1252ToUtf8(text), NumberAndName(r), Buttons::YesNoCancel);
     if (a == Answer::Cancel) return;
     if (a != Answer::Yes) continue;
