@@ -11,6 +11,8 @@
 #include "core/inventory.h"
 #include "core/state.h"
 #include "core/text.h"
+#include "customers/customer_find.h"
+#include "inventory/find_view.h"
 #include "platform/sounds.h"
 #include "sale/basket.h"
 #include "sale/commands.h"
@@ -20,7 +22,6 @@ namespace tilo {
 namespace {
 
 constexpr const char* kProblem = "Problem";
-constexpr size_t kPromptLength = 29;
 
 CustomerView no_screen;
 CustomerView* installed = &no_screen;
@@ -38,28 +39,24 @@ std::string NumberAndName(const MemberRecord& r) {
   return std::to_string(r.number) + " Name: " + Cp1252ToUtf8(Name(r));
 }
 
-// The customer typed at a "Number / name" prompt, into G().member; 0 when none.
-int64_t PromptCustomer(const char* title) {
-  auto reply = platform().prompt("Number / name", title);
-  if (!reply) return 0;
-  std::string text = Utf8ToCp1252(*reply);
-  if (text.size() > kPromptLength) text.resize(kPromptLength);
-  return Customerfind(text);
+// The walks over member.dat: deleted records are passed over unread.
+WalkOptions CustomerWalk(bool by_number, const char* title) {
+  WalkOptions options;
+  options.by_number = by_number;
+  options.read_failed = "Member.dat";
+  options.keys = LiveKey;
+  options.busy_text = "Looking through the customers..";
+  options.busy_title = title;
+  return options;
 }
 
-// The walk over the live customers in number order, reading each record by its
-// position; `visit` answers false to stop. Slots are counted from the first
-// after the deleted block.
-template <class Visit>
-void WalkCustomers(Visit visit) {
-  IndexedFile& members = G().members;
-  MemberRecord record;
-  for (size_t slot = 0; slot < members.index.size(); ++slot) {
-    const IndexEntry entry = members.index[slot];
-    if (entry.number < 1) continue;
-    if (!members.ReadAt(entry.position, &record)) return;
-    if (!visit(slot, entry.position, record)) return;
-  }
+// Keeps the `kListRows` lowest numbers offered, in number order.
+void KeepLowest(std::vector<ListRow>& rows, ListRow row) {
+  auto at = std::upper_bound(rows.begin(), rows.end(), row.number,
+                             [](int64_t n, const ListRow& r) { return n < r.number; });
+  if (at - rows.begin() >= kListRows) return;
+  rows.insert(at, std::move(row));
+  if (rows.size() > size_t(kListRows)) rows.pop_back();
 }
 
 ListRow DoubleRow(const MemberRecord& r) {
@@ -153,15 +150,21 @@ Doubles FindDoubles(const MemberRecord& fresh) {
   const std::string name = Name(fresh);
   const std::string road = FieldText(fresh.road);
   const NameKey key{fresh.name[0], fresh.name[1]};
-  const std::vector<NameKey>& keys = G().members.name_keys;
-  WalkCustomers([&](size_t, int64_t position, const MemberRecord& r) {
-    const bool key_agrees = size_t(position) < keys.size() && keys[size_t(position)] == key;
-    if (d.by_name.size() < size_t(kListRows) && key_agrees && Name(r) == name)
-      d.by_name.push_back(DoubleRow(r));
-    if (d.by_address.size() < size_t(kListRows) && StartsWith(FieldText(r.road), road))
-      d.by_address.push_back(DoubleRow(r));
-    return d.by_name.size() < size_t(kListRows) || d.by_address.size() < size_t(kListRows);
-  });
+  // One pass in file order over every live record (the road test needs them
+  // all); the rows are gathered as the records go by, and none is handed back.
+  WalkOptions options = CustomerWalk(false, "New customer");
+  options.test = [&](const void* record) {
+    const auto& r = *static_cast<const MemberRecord*>(record);
+    if (r.number < 1) return false;
+    const bool key_agrees = NameKey{r.name[0], r.name[1]} == key;
+    if (key_agrees && Name(r) == name) KeepLowest(d.by_name, DoubleRow(r));
+    // Compared in place: this runs for every customer in the file.
+    if (std::strncmp(r.road, road.c_str(), road.size()) == 0)
+      KeepLowest(d.by_address, DoubleRow(r));
+    return false;
+  };
+  MemberRecord unused;
+  G().members.Walk(std::move(options)).Next(&unused);
   return d;
 }
 
@@ -278,36 +281,30 @@ void Prunecustomers() {
   const bool omit_owing =
       Message("Omit those that owe money?", "Prune members", Buttons::YesNo) == Answer::Yes;
 
-  // The busy box is taken down before each question and put up again after it,
-  // so that it never stands over the question.
-  std::unique_ptr<Progress> progress;
-  IndexedFile& members = g.members;
-  MemberRecord r;
-  // Slot by slot: a deletion moves the entries below the present one up a place,
-  // so the next one still waits one slot further on.
-  for (size_t slot = 0; slot < members.index.size(); ++slot) {
-    if (!progress)
-      progress = platform().begin_progress("Looking through the customers..", "Prune members");
-    if (!progress->step(int64_t(slot), int64_t(members.index.size()))) return;
-    const IndexEntry entry = members.index[slot];
-    if (entry.number < 1) continue;
-    if (!members.ReadAt(entry.position, &r)) return;
-    if (r.number < 1 || r.tax != 0) continue;
+  // In number order; between records the file is closed and the busy box down,
+  // so a deletion (which moves index entries) is safe and the walk goes on from
+  // the next number.
+  WalkOptions options = CustomerWalk(true, "Prune members");
+  options.test = [&](const void* record) {
+    const auto& r = *static_cast<const MemberRecord*>(record);
+    if (r.number < 1 || r.tax != 0) return false;
     const int month = Digits(r.last_used + 8, 2);
     const int year = Digits(r.last_used + 11, 4);
     if (month != 0 && year != 0 &&
         (year > cutoff.year || (year == cutoff.year && month > cutoff.month)))
-      continue;
-    if (omit_owing && Roundmoney(r.balance) != 0) continue;
+      return false;
+    return !(omit_owing && Roundmoney(r.balance) != 0);
+  };
+  RecordWalk walk = g.members.Walk(std::move(options));
+  MemberRecord r;
+  while (walk.Next(&r)) {
     char text[96];
     std::snprintf(text, sizeof text, "Last used: %s Balance: %.2f", FieldText(r.last_used).c_str(),
                   double(r.balance));
-    progress.reset();
     const Answer a = Message(Cp1252ToUtf8(text), NumberAndName(r), Buttons::YesNoCancel);
     if (a == Answer::Cancel) return;
     if (a != Answer::Yes) continue;
-    g.member = r;
-    members.position = entry.position;
+    g.member = r;  // the walk left its position in the file's
     Removecustomer();
   }
 }
@@ -322,20 +319,25 @@ void Customersbyaddress() {
   auto reply = platform().prompt("Enter first line of address", "By address");
   if (!reply) return;
   const std::string road = UpperCase(Utf8ToCp1252(*reply));
+  // A page starts at a number (0 for the first); the walk goes in number order
+  // and stops at the fourteenth match, whose number starts the next page.
   ListFill fill = [road](int64_t start, std::vector<ListRow>& rows, bool& at_end) {
-    IndexedFile& members = G().members;
-    auto progress = platform().begin_progress("Looking through the customers..", "By address");
+    WalkOptions options = CustomerWalk(true, "By address");
+    options.test = [&](const void* record) {
+      const auto& r = *static_cast<const MemberRecord*>(record);
+      return r.number >= start && StartsWith(FieldText(r.road), road);
+    };
+    RecordWalk walk = G().members.Walk(std::move(options));
     MemberRecord r;
-    size_t slot = size_t(start);
-    for (; slot < members.index.size() && int(rows.size()) < kListRows; ++slot) {
-      if (!progress->step(int64_t(slot), int64_t(members.index.size()))) break;
-      const IndexEntry entry = members.index[slot];
-      if (entry.number < 1) continue;
-      if (!members.ReadAt(entry.position, &r)) break;
-      if (StartsWith(FieldText(r.road), road)) rows.push_back(AddressRow(r));
+    while (walk.Next(&r)) {
+      if (int(rows.size()) == kListRows) {
+        at_end = false;
+        return r.number;
+      }
+      rows.push_back(AddressRow(r));
     }
-    at_end = slot >= members.index.size();
-    return int64_t(slot);
+    at_end = true;
+    return int64_t(0);
   };
   ScreenList list("Customer list by address", fill, Viewcustomer);
   Showscreenlist(list);
@@ -347,6 +349,11 @@ void InstallCustomerCommands() {
   SetHandler(Command::DeleteCustomer, [](int) { Deletecustomer(); });
   SetHandler(Command::PruneCustomers, [](int) { Prunecustomers(); });
   SetHandler(Command::CustomerListByAddress, [](int) { Customersbyaddress(); });
+  // A customer found from the menus shows in view 803.
+  SetCustomerView([] {
+    CustomerPage page = PageOf(G().member);
+    customer_view().view(page);
+  });
 }
 
 }  // namespace tilo

@@ -13,6 +13,7 @@
 #include "core/startup.h"
 #include "core/state.h"
 #include "core/text.h"
+#include "customers/customer_find.h"
 #include "platform/sounds.h"
 #include "support/shop_fixture.h"
 
@@ -37,7 +38,9 @@ struct ScriptedCard : CustomerView {
     if (s.type) s.type(e);
     return s.button;
   }
+  void view(CustomerPage& page) override { viewed.push_back(page.entries[kBoxName]); }
   std::deque<Step> steps;
+  std::vector<std::string> viewed;
   std::vector<CustomerLayout> layouts;
   std::vector<CustomerEntries> shown;
 };
@@ -336,6 +339,13 @@ TEST_F(CustomerTest, PruneOffersOldNonTaxableCustomersOnceAcrossTheYearAndDelete
   platform_.queue_prompt("0");
   Prunecustomers();
   EXPECT_TRUE(platform_.shown().empty());
+}
+
+TEST_F(CustomerTest, ACustomerFoundByNumberFromTheMenuShowsInTheView) {
+  Open({Member(1, "SMITH"), Member(2, "JONES")});
+  InstallCustomerCommands();
+  EXPECT_EQ(Findcustomer("2", true), 2);
+  EXPECT_THAT(card_.viewed, ElementsAre("JONES"));
 }
 
 TEST(PruneCutoffTest, WrapsIntoThePreviousYear) {

@@ -1,6 +1,7 @@
 """Customers in the real program: a new customer added through the lists of
 possible doubles and "Store record?", amended (with its before and after entry
-in the activity log), and an old non-taxable customer pruned. The bytes of
+in the activity log), found by telephone, and an old non-taxable customer
+pruned. The bytes of
 member.dat, bun4.dat and wr.cfg are checked after a clean close."""
 
 import os
@@ -14,12 +15,12 @@ from harness import check, put, put_text, read_at, text_at
 SIZE = 2094
 
 
-def member(number, name, road, tax, last_used):
+def member(number, name, road, tax, last_used, telephone):
     r = bytearray(SIZE)
     put(r, 0, "q", number)
     put_text(r, 8, 30, name)
     put_text(r, 38, 30, road)
-    put_text(r, 138, 20, "0113 496 0001")
+    put_text(r, 138, 20, telephone)
     put(r, 652, "i", 1)           # group
     put_text(r, 1122, 16, last_used)
     put(r, 1554, "f", 0.0)        # balance
@@ -32,8 +33,8 @@ def test(new_session):
     deleted = bytearray(SIZE)
     put(deleted, 0, "q", -1)
     with open(os.path.join(s.shop, "member.dat"), "wb") as f:
-        f.write(bytes(deleted) + member(1, "SMITH", "HIGH STREET", 1, "10:0005/01/2020")
-                + member(2, "OLDIE", "LOW LANE", 0, "10:0005/01/2020"))
+        f.write(bytes(deleted) + member(1, "SMITH", "HIGH STREET", 1, "10:0005/01/2020", "0113 496 0001")
+                + member(2, "OLDIE", "LOW LANE", 0, "10:0005/01/2020", "0113 496 0002"))
     shots = sys.argv[3] if len(sys.argv) > 3 else None
 
     s.start()
@@ -70,6 +71,16 @@ def test(new_session):
     s.type(card, "brown")
     s.key(card, "Return")
     time.sleep(1.0)
+
+    # Find telephone: only customer 2 has a number ending 0002; Yes halts there.
+    wid = s.find_window("TILO Retail    Assoc: 1, Administrator")
+    s.key(wid, "ctrl+e")
+    prompt = s.find_window("Find telephone")
+    time.sleep(0.3)
+    s.type(prompt, "496 0002")
+    s.key(prompt, "Return")
+    s.answer("Search: Yes to halt, No to continue", "Return")
+    time.sleep(0.5)
 
     # Prune: start number 1, omit those that owe money, and yes to the one offered.
     wid = s.find_window("TILO Retail    Assoc: 1, Administrator")
