@@ -8,6 +8,7 @@
 #include <QToolBar>
 
 #include "core/state.h"
+#include "customers/ui/customer_dialog.h"
 #include "devices/pole.h"
 #include "documents/ui/document_commands.h"
 #include "inventory/item_find.h"
@@ -76,6 +77,7 @@ MainWindow::MainWindow(DesktopSize desktop, bool open_store) : desktop_(desktop)
   InstallMailHandlers();
   InstallUpkeepHandlers();
   InstallActivityHandlers();
+  InstallCustomerHandlers();
   buildMenus();
   buildToolBar();
   sale_ = new SaleScreen(this);
