@@ -10,6 +10,7 @@
 #include "core/state.h"
 #include "devices/pole.h"
 #include "documents/ui/document_commands.h"
+#include "documents/ui/label_form.h"
 #include "inventory/item_find.h"
 #include "inventory/ui/find_forms.h"
 #include "inventory/ui/item_forms.h"
@@ -68,6 +69,7 @@ MainWindow::MainWindow(DesktopSize desktop, bool open_store) : desktop_(desktop)
   InstallBrowserHandlers();
   InstallSplitHandlers();
   InstallDocumentHandlers();
+  InstallLabelHandlers();
   InstallInventoryHandlers();
   InstallFindHandlers();
   InstallFindForms();
