@@ -24,9 +24,13 @@
 namespace tilo {
 namespace {
 
+constexpr int kNoteWidth = 620;
+
 QLabel* Note(QWidget* parent, const char* text) {
   auto* label = new QLabel(text, parent);
   label->setWordWrap(true);
+  // A wrapped text gets the height it needs at the box's width, not a guess.
+  label->setMinimumSize(kNoteWidth, label->heightForWidth(kNoteWidth));
   return label;
 }
 
