@@ -11,6 +11,7 @@
 #include "customers/ui/customer_dialog.h"
 #include "devices/pole.h"
 #include "documents/ui/document_commands.h"
+#include "documents/ui/label_form.h"
 #include "inventory/item_find.h"
 #include "inventory/ui/find_forms.h"
 #include "inventory/ui/item_forms.h"
@@ -69,6 +70,7 @@ MainWindow::MainWindow(DesktopSize desktop, bool open_store) : desktop_(desktop)
   InstallBrowserHandlers();
   InstallSplitHandlers();
   InstallDocumentHandlers();
+  InstallLabelHandlers();
   InstallInventoryHandlers();
   InstallFindHandlers();
   InstallFindForms();
