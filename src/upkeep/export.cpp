@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "upkeep/export.h"
 
+#include <algorithm>
 #include <cinttypes>
 #include <cstdio>
 #include <cstdlib>
@@ -445,24 +446,49 @@ ExportJob JobOf(const ExportChoice& c) {
 
 enum class Walked { Done, Failed, Cancelled };
 
-// Appends the records numbered up to `finish` from index slot `slot` on.
+// Appends the records numbered up to `finish` from index slot `slot` on, in
+// number order. The records are read in file order, a block at a time, each
+// written into its own piece; the pieces then go out in number order. So a
+// shuffled file is read through once rather than record by record.
 Walked WalkRange(const ExportJob& job, IndexedFile& file, size_t slot, int64_t finish,
                  std::string& out) {
   const IndexedFileLayout& layout = file.layout();
+  const int64_t size = layout.record_size;
+  struct Wanted {
+    int64_t position;
+    size_t order;
+  };
+  std::vector<Wanted> wanted;
+  for (size_t s = slot; s < file.index.size() && file.index[s].number <= finish; ++s)
+    wanted.push_back({file.index[s].position, wanted.size()});
+  std::sort(wanted.begin(), wanted.end(),
+            [](const Wanted& a, const Wanted& b) { return a.position < b.position; });
+
   File in(layout.path, File::Mode::Read);
   if (!in) return Message(layout.messages.open_failed, "Fatal error"), Walked::Failed;
   auto progress = platform().begin_progress("Exporting the records", "Export", true);
-  const int64_t first = int64_t(slot), total = int64_t(file.index.size()) - first;
-  std::vector<char> record(size_t(layout.record_size));
-  for (; slot < file.index.size() && file.index[slot].number <= finish; ++slot) {
-    if (!progress->step(int64_t(slot) - first, total)) return Walked::Cancelled;
-    if (!in.seek(file.index[slot].position * layout.record_size) ||
-        in.read(record.data(), layout.record_size) != layout.record_size)
-      return Message(layout.messages.scan_failed, kProblem), Walked::Failed;
-    const auto* item = reinterpret_cast<const FilmRecord*>(record.data());
+  std::string pieces;
+  std::vector<std::pair<size_t, size_t>> piece(wanted.size(), {0, 0});  // by order
+  constexpr int64_t kBlockRecords = 2048;
+  std::vector<char> block(size_t(size * kBlockRecords));
+  int64_t block_first = 0, block_count = 0;
+  for (size_t i = 0; i < wanted.size(); ++i) {
+    if (!progress->step(int64_t(i), int64_t(wanted.size()))) return Walked::Cancelled;
+    const int64_t pos = wanted[i].position;
+    if (pos < block_first || pos >= block_first + block_count) {
+      const int64_t got = in.seek(pos * size) ? in.read(block.data(), size * kBlockRecords) : -1;
+      block_first = pos, block_count = got < 0 ? 0 : got / size;
+      if (block_count == 0) return Message(layout.messages.scan_failed, kProblem), Walked::Failed;
+    }
+    const char* record = block.data() + (pos - block_first) * size;
+    const auto* item = reinterpret_cast<const FilmRecord*>(record);
     if (job.category >= 0 && item->display_category != job.category) continue;
-    ExportRecord(job, record.data(), out);
+    const size_t from = pieces.size();
+    ExportRecord(job, record, pieces);
+    piece[wanted[i].order] = {from, pieces.size() - from};
   }
+  out.reserve(out.size() + pieces.size() + 64);
+  for (const auto& [from, length] : piece) out.append(pieces, from, length);
   return Walked::Done;
 }
 
