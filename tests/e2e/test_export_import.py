@@ -2,12 +2,14 @@
 exported as text from the Utilities menu and the file is checked byte for byte
 against film.dat; then a spreadsheet's CSV (Python's csv, with a UTF-8 mark and
 a quoted comma) is imported over the inventory, the program closes by itself,
-and after a restart an imported item sells."""
+after a restart an imported item sells, and an XML export of the new items
+(an ampersand and angle brackets among them) parses back."""
 
 import csv
 import os
 import struct
 import time
+from xml.etree import ElementTree
 
 import harness
 from harness import check, read_at, text_at
@@ -76,7 +78,7 @@ def test(new_session):
         w.writerow(["Number", "Description", "SKU", "SKU 2", "Cost", "Category", "Retail",
                     "Stock"])
         w.writerow([7001, "Cake, lemon", "5012345678900", "", "0.80", "3", "1.80", "6"])
-        w.writerow([7002, 'Tea "Earl Grey"', "", "", "1.10", "15", "2.35", "4"])
+        w.writerow([7002, 'Tea "Earl Grey" & <milk>', "", "", "1.10", "15", "2.35", "4"])
         w.writerow([7003, "X", "", "", "1", "1", "1", "1"])
     utilities(s, wid, "i")
     s.answer("Import")                      # offers 1: inventory
@@ -96,7 +98,7 @@ def test(new_session):
     check(text_at(cake, 90, 40) == "5012345678900", "sku1 not imported")
     check(read_at(cake, 670, "i") == 6 and read_at(cake, 1787, "i") == 3, "stock or category")
     check(abs(struct.unpack_from("<f", cake, 822)[0] - 1.80) < 1e-6, "retail price")
-    check(text_at(tea, 8, 40) == 'TEA "EARL GREY"', "the quoted quotes were not undone")
+    check(text_at(tea, 8, 40) == 'TEA "EARL GREY" & <MILK>', "the quoted quotes were not undone")
     check(text_at(cake, 1810, 16) == "NEW", "an imported item is not NEW")
 
     s.start()
@@ -110,8 +112,21 @@ def test(new_session):
     s.xdotool("type", "--delay", "60", "500")
     s.xdotool("key", "Return")
     s.answer("Transaction committed, summary")
+
+    xml = os.path.join(s.tmp, "items.xml")
+    utilities(s, wid, "e")
+    form = s.find_window("Export")
+    time.sleep(0.5)
+    s.key(form, "Tab", "Tab", "Tab", "Right", "Right", "Return")  # Format: XML
+    type_into(s, "Export", xml)
+    s.answer("File export")
     check(s.close() == 0, "the restart did not end cleanly")
     check(read_at(s.file("film.dat")[:RECORD], 670, "i") == 5, "the sale did not take one off")
+    document = ElementTree.parse(xml).getroot()
+    check([i.findtext("number") for i in document] == ["7001", "7002"], "the XML's items")
+    check(document[1].findtext("description") == 'TEA "EARL GREY" & <MILK>',
+          "the XML's escaped description does not read back")
+    check(document[0].findtext("quantity") == "5", "the XML's stock after the sale")
 
 
 if __name__ == "__main__":
