@@ -104,19 +104,16 @@ Outcome WriteRows(const CsvFile& csv, int64_t records, bool customers, const Imp
     at = *csv.Read(at, row);
     if (!progress->step(++done, records)) return Outcome::Cancelled;
     if (row.length >= kLongestLine) continue;
-    int64_t number;
-    if (customers) {
-      const auto record = ImportedCustomer(row, columns.boxes);
-      if (!record) continue;
-      number = record->number;
+    // A row goes in whole: the record is made in memory, then appended.
+    auto take = [&](const auto& record) {
+      if (!record || (columns.merge && file.Contains(record->number))) return;
       pending.append(reinterpret_cast<const char*>(&*record), sizeof *record);
-    } else {
-      const auto record = ImportedItem(row, columns.boxes);
-      if (!record || (columns.merge && file.Contains(record->number))) continue;
-      number = record->number;
-      pending.append(reinterpret_cast<const char*>(&*record), sizeof *record);
-    }
-    numbers.push_back(number);
+      numbers.push_back(record->number);
+    };
+    if (customers)
+      take(ImportedCustomer(row, columns.boxes));
+    else
+      take(ImportedItem(row, columns.boxes));
     if (pending.size() >= (1u << 20)) {
       if (!out.write(pending)) return Outcome::Failed;
       pending.clear();
@@ -127,7 +124,7 @@ Outcome WriteRows(const CsvFile& csv, int64_t records, bool customers, const Imp
 
 // Puts the new file in place. A replaced inventory stays behind as temp2.dat,
 // linked before the rename so that film.dat is never missing.
-bool SwapIn(const std::string& aside, const std::string& target, bool keep_old) {
+bool PutInPlace(const std::string& aside, const std::string& target, bool keep_old) {
   if (keep_old) {
     RemoveFile(kReplacedFile);
     if (::link(target.c_str(), kReplacedFile) != 0) return false;
@@ -152,7 +149,7 @@ void Run(const CsvFile& csv, int64_t records, bool customers, const ImportColumn
     RemoveFile(aside);
     return void(Message("No valid items", kProblem));
   }
-  if (outcome != Outcome::Done || !SwapIn(aside, target, !customers && !columns.merge)) {
+  if (outcome != Outcome::Done || !PutInPlace(aside, target, !customers && !columns.merge)) {
     RemoveFile(aside);
     if (outcome != Outcome::Cancelled) Message(unable, kProblem);
     return;
