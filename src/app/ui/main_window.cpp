@@ -30,6 +30,7 @@
 #include "tender/ui/refund_forms.h"
 #include "tender/ui/split_form.h"
 #include "tender/ui/till_forms.h"
+#include "upkeep/ui/exchange_forms.h"
 #include "upkeep/ui/upkeep_forms.h"
 
 namespace tilo {
@@ -78,6 +79,7 @@ MainWindow::MainWindow(DesktopSize desktop, bool open_store) : desktop_(desktop)
   InstallTakingsHandlers();
   InstallMailHandlers();
   InstallUpkeepHandlers();
+  InstallExchangeHandlers();
   InstallActivityHandlers();
   InstallCustomerHandlers();
   buildMenus();
