@@ -45,13 +45,26 @@ struct Page {
   }
 };
 
-// The device's own font at a fortieth of the page in height.
+// The longest fixed line of the letters; the font must fit it across the page.
+constexpr const char* kWidestLine =
+    "If payment has been made in the last few days please disregard this letter.";
+
+// The device's own font at a fortieth of the page in height and a sixty-fourth
+// in width, made smaller (proportions kept) on a page too narrow for the
+// letters' longest line: a narrow portrait page would otherwise cut the text off.
 Page Open(PrintTarget& t) {
   FontDescription font = t.stock_font();
   const int height = t.page_height();
   font.height = height / 40;
   font.width = height / 64;
   t.select_font(font);
+  const int room = t.page_width() - 10;
+  const int wide = t.text_extent(kWidestLine);
+  if (wide > room && room > 0) {
+    font.height = int(int64_t(font.height) * room / wide);
+    font.width = int(int64_t(font.width) * room / wide);
+    t.select_font(font);
+  }
   return Page{t, Lineheight(t), 2};
 }
 

@@ -24,9 +24,10 @@ namespace tilo {
 namespace {
 
 // The recording device's own font is 40 high with a leading of 2: rows 42 apart.
-// The letters' font is 3300 / 40 = 82 high: rows 84 apart.
+// The letters' font, 3300 / 40 = 82 high and 51 wide, is too wide for their
+// longest line on a 2400 page and shrinks to 51 high: rows 53 apart.
 constexpr int kRow = 42;
-constexpr int kLetterRow = 84;
+constexpr int kLetterRow = 53;
 
 class ScriptedStatementView : public StatementView {
  public:
