@@ -12,7 +12,6 @@
 #include <QTimer>
 
 #include "core/customer_file.h"
-#include "core/settings.h"
 #include "core/state.h"
 #include "core/text.h"
 #include "documents/recording_target.h"
@@ -25,29 +24,24 @@ namespace {
 
 class StatementFormTest : public ShopTest {
  protected:
-  void SetUp() override {
-    ShopTest::SetUp();
-    MakeFreshShop();
-    ASSERT_TRUE(Opensettings());
-    ASSERT_TRUE(LoadCustomerIndex());
-    InstallReportHandlers();
-    InstallStatementHandlers();
-    install_print_service(&printers_);
-  }
   void TearDown() override {
     install_print_service(nullptr);
     install_statement_view(nullptr);
     install_report_view(nullptr);
     ShopTest::TearDown();
   }
-  RecordingPrintService printers_;
+  RecordingPrintService printers;
 };
 
 TEST_F(StatementFormTest, StatementShowsTheCustomerAndRowsAndPrints) {
+  MakeFreshShop();
+  ASSERT_TRUE(Opensettings() && LoadCustomerIndex());
+  InstallReportHandlers();
+  InstallStatementHandlers();
+  install_print_service(&printers);
   platform_.set_now(2026, 3, 10);
   G().settings.history_from_year = 2026;
-  G().settings.history_from_month = 1;
-  G().settings.history_from_day = 1;
+  G().settings.history_from_month = G().settings.history_from_day = 1;
   G().settings.print_confirm = 0;
   MemberRecord m{};
   m.number = 7;
@@ -64,29 +58,25 @@ TEST_F(StatementFormTest, StatementShowsTheCustomerAndRowsAndPrints) {
   SetField(r.payment_type, "Credit");
   ASSERT_TRUE(AppendSalesLog(2026, 3, 2, r));
 
-  QString title, customer;
-  QStringList rows;
-  bool read_only = false;
+  QStringList seen;
   QTimer::singleShot(200, [&] {
     for (QWidget* w : QApplication::topLevelWidgets()) {
       auto* dialog = qobject_cast<StatementDialog*>(w);
       if (!dialog || !dialog->isVisible()) continue;
-      title = dialog->windowTitle();
-      customer = dialog->customer()->text();
-      read_only = dialog->customer()->isReadOnly();
-      for (int i = 0; i < dialog->list()->count(); ++i) rows << dialog->list()->item(i)->text();
+      seen << dialog->windowTitle() << dialog->customer()->text()
+           << (dialog->customer()->isReadOnly() ? "read-only" : "editable");
+      for (int i = 0; i < dialog->list()->count(); ++i) seen << dialog->list()->item(i)->text();
       dialog->print()->click();
       dialog->accept();
     }
   });
   platform_.queue_prompt("7");
   Customerstatement();
-  EXPECT_EQ(title, "Statement");
-  EXPECT_EQ(customer, QString::fromUtf8("CUSTOMER: 7  ZOË SMITH"));
-  EXPECT_TRUE(read_only);
-  EXPECT_EQ(rows, (QStringList{"Credit sale: Mon 2 Mar 26,  Transaction: 3, Total: 10.00",
-                               "Balance: 10.00"}));
-  EXPECT_EQ(printers_.count("begin_page"), 1);
+  EXPECT_EQ(
+      seen,
+      (QStringList{"Statement", QString::fromUtf8("CUSTOMER: 7  ZOË SMITH"), "read-only",
+                   "Credit sale: Mon 2 Mar 26,  Transaction: 3, Total: 10.00", "Balance: 10.00"}));
+  EXPECT_EQ(printers.count("begin_page"), 1);
 }
 
 }  // namespace
