@@ -2,7 +2,8 @@
 customer who owes 25.50 and, a few days back in the history, a sale on account
 and a payment: "Customer statement" from the Customers menu shows both and the
 balance and prints them to a PDF; Ctrl+L prints debtor letter 1 to a PDF; a
-customer in credit gets "No amount is outstanding" and no letter."""
+customer in credit gets "No amount is outstanding" and no letter, but his
+details print."""
 
 import datetime
 import glob
@@ -121,9 +122,20 @@ def test(new_session):
     s.answer("Problem")
     time.sleep(1.0)
     check(len(printouts(s)) == 2, "a letter printed for a customer in credit")
+
+    # Print > Customer details for customer 8, credit or not.
+    s.key(wid, "alt+f", *(["Right"] * 4), *(["Down"] * 6), "Return")
+    prompt = s.find_window("Please enter the customer")
+    s.type(prompt, "8")
+    s.key(prompt, "Return")
+    s.answer("Print")
+    wait_for(lambda: len(printouts(s)) == 3, "customer details PDF")
     check(s.close() == 0, "tilo did not end cleanly")
 
-    statement, letter = printouts(s)
+    statement, letter, details = printouts(s)
+    text = pdf_text(details)
+    for part in ("Customer: 8", "PATEL", "Billing", "Balance: -3.00", "Last used:", "Terms:"):
+        check(part in text, "the details lack %r:\n%s" % (part, text))
     text = pdf_text(statement)
     for part in ("STATEMENT", "Customer ID: 7", "HARRIS", "12 MILL LANE", "Terms:",
                  "Credit sale:", "Transaction: 900, Total: 30.00",
@@ -139,7 +151,8 @@ def test(new_session):
     check("FINAL NOTICE" not in text, "letter 1 is a final notice")
     shots = os.environ.get("TILO_STATEMENT_PNG")
     if shots:
-        for name, pdf in (("statement", statement), ("debtor-letter", letter)):
+        for name, pdf in (("statement", statement), ("debtor-letter", letter),
+                          ("customer-details", details)):
             subprocess.run(["pdftoppm", "-r", "60", "-png", "-singlefile", pdf,
                             os.path.join(shots, name)], check=True)
 
