@@ -68,12 +68,7 @@ bool TakePeriod(const PeriodDialog& d, ReportSelection& s) {
 
 void RunSalesReport(bool by_item) {
   ReportSelection& s = G().report_selection;
-  PeriodDialog dialog = MakePeriodDialog();
-  if (!report_view().choose_period(dialog)) return;
-  if (!TakePeriod(dialog, s)) {
-    Message("Invalid selection", "Problem");
-    return;
-  }
+  if (!Choosesalesperiod(s)) return;
   const CalendarDate start{s.start_year, s.start_month, s.start_day};
   const CalendarDate end{s.end_year, s.end_month, s.end_day};
   SalesFilter filter;
@@ -115,6 +110,16 @@ bool InBounds(int day, int month, int year) {
 }
 
 }  // namespace
+
+bool Choosesalesperiod(ReportSelection& s) {
+  PeriodDialog dialog = MakePeriodDialog();
+  if (!report_view().choose_period(dialog)) return false;
+  if (!TakePeriod(dialog, s)) {
+    Message("Invalid selection", "Problem");
+    return false;
+  }
+  return true;
+}
 
 bool ReportView::run_walk(const std::string& title,
                           const std::function<bool(const WalkProgress&)>& walk) {

@@ -70,6 +70,11 @@ void install_report_view(ReportView* view);
 using ReportItemFind = std::function<int64_t()>;
 void SetReportItemFind(ReportItemFind find);
 
+// INVEST as the period reports use it: the lists offered, the six choices
+// taken into `s`. False when cancelled, or after "Invalid selection" when a list
+// had no choice.
+bool Choosesalesperiod(ReportSelection& s);
+
 // The commands.
 void Salesreportcommand(int command);  // SalesReport, SalesByStaff, SalesByItem
 void Itemsummarycommand(SummaryPeriod period);

@@ -12,6 +12,7 @@
 #include "devices/pole.h"
 #include "documents/ui/document_commands.h"
 #include "documents/ui/label_form.h"
+#include "documents/ui/statement_form.h"
 #include "inventory/item_find.h"
 #include "inventory/ui/find_forms.h"
 #include "inventory/ui/item_forms.h"
@@ -72,6 +73,7 @@ MainWindow::MainWindow(DesktopSize desktop, bool open_store) : desktop_(desktop)
   InstallSplitHandlers();
   InstallDocumentHandlers();
   InstallLabelHandlers();
+  InstallStatementHandlers();
   InstallInventoryHandlers();
   InstallFindHandlers();
   InstallFindForms();
