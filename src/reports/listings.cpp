@@ -238,13 +238,13 @@ ListFill IndexFill(int mode, int64_t from, const PrintChoice& choice) {
 // --- printing ---------------------------------------------------------------
 
 void DrawItem(ListingPage& p, const FilmRecord& r, int mode, const CustomFields& fields) {
-  p.text(0, Format("%lld", (long long)r.number));
   if (mode == kPrintInventoryCustom) {
-    // The whole row runs on from the number, without word wrap.
-    p.target->text_out(p.x(0), p.y(), Customrow(r, fields));
+    // One text from the number on, without word wrap.
+    p.text(0, Customrow(r, fields));
     ++p.row;
     return;
   }
+  p.text(0, Format("%lld", (long long)r.number));
   p.text(16, FieldText(r.description));
   const bool cost = mode == kPrintInventoryCost || mode == kPrintInventoryHeld;
   int column = 16 + 41;
