@@ -149,8 +149,9 @@ std::optional<std::vector<std::string>> Stocklistrows(StockList list) {
   const LocalTime today = G().now;
   std::vector<std::string> rows;
   if (*Stocklistcolumns(list)) rows.push_back(Stocklistcolumns(list));
+  // The reorder lists run in number order: read in file order, a block at a
+  // time, then put in order by number; the rows are the same, the reads far fewer.
   WalkOptions options;
-  options.by_number = ByNumber(list);
   options.read_failed = "Unable to read film.dat";
   options.busy_title = Stocklisttitle(list);
   options.keys = [](NameKey key) { return LiveKey(key); };
@@ -158,9 +159,14 @@ std::optional<std::vector<std::string>> Stocklistrows(StockList list) {
     return Onstocklist(list, *static_cast<const FilmRecord*>(record), today);
   };
   RecordWalk walk = G().films.Walk(std::move(options));
+  std::vector<std::pair<int64_t, std::string>> found;
   FilmRecord r;
-  while (walk.Next(&r)) rows.push_back(Stocklistrow(list, r));
+  while (walk.Next(&r)) found.emplace_back(r.number, Stocklistrow(list, r));
   if (walk.end() != RecordWalk::End::Finished) return std::nullopt;
+  if (ByNumber(list))
+    std::sort(found.begin(), found.end(),
+              [](const auto& a, const auto& b) { return a.first < b.first; });
+  for (auto& f : found) rows.push_back(std::move(f.second));
   if (list == StockList::ReorderByCode) Sortstockrows(rows);
   return rows;
 }
