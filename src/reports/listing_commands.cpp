@@ -164,9 +164,7 @@ void Screenlisting(int mode) {
     case kCustomerList:
     case kInventoryList:
     case kSupplierList: {
-      auto number = AskNumber("List from number:", mode == kSupplierList    ? "Supplier list"
-                                                   : mode == kInventoryList ? "Inventory list"
-                                                                            : "Customer list");
+      auto number = AskNumber("List from number:", "List from number");
       if (!number) return;
       from = *number;
       break;

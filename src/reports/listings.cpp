@@ -158,6 +158,11 @@ class IndexReader {
     progress_.reset();
     return false;
   }
+  // Lets go of the file and the busy box until the next call.
+  void Pause() {
+    handle_.close();
+    progress_.reset();
+  }
   const char* record() const { return record_.data(); }
   size_t slot() const { return slot_; }
   size_t first() const { return first_; }
@@ -230,6 +235,7 @@ ListFill IndexFill(int mode, int64_t from, const PrintChoice& choice) {
       else
         rows.push_back(ItemRow(*reinterpret_cast<const FilmRecord*>(p)));
     }
+    reader->Pause();
     at_end = !more || reader->slot() >= FileOf(mode).index.size();
     return int64_t(reader->slot() - base);
   };

@@ -54,6 +54,19 @@ def test(new_session):
         s.key(form, "Escape")
         time.sleep(0.5)
 
+        # Inventory > List from number (Ctrl+I): the screen list from 1801.
+        s.key(wid, "ctrl+i")
+        prompt = s.find_window("List from number")
+        time.sleep(0.3)
+        s.type(prompt, "1801")
+        s.key(prompt, "Return")
+        listing = s.find_window("Inventory list")
+        time.sleep(0.5)
+        if os.environ.get("TILO_SCREENSHOTS"):
+            s.screenshot(os.path.join(os.environ["TILO_SCREENSHOTS"], "inventory-list.png"))
+        s.key(listing, "Escape")
+        time.sleep(0.5)
+
         # Print > From number ..: the range box, then the printer.
         before = printed(s)
         s.key(wid, "alt+n", "f")
