@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -68,6 +69,33 @@ bool Overdue(const MemberRecord& r, const LocalTime& today) {
     if (std::get<0>(due) != 0 && due < std::tuple(today.year, today.month, today.day)) return true;
   }
   return false;
+}
+
+int64_t DayNumber(int year, int month, int day) {
+  using namespace std::chrono;
+  return sys_days{std::chrono::year{year} / month / day}.time_since_epoch().count();
+}
+
+// The rows under an overdue customer: one per loan past its due date, with the
+// item, the time and day it went out, and the days it is overdue.
+std::vector<ListRow> OverdueRows(const MemberRecord& r, const LocalTime& today) {
+  std::vector<ListRow> rows;
+  for (int i = 0; i < 10; ++i) {
+    const auto [y, m, d] = StampDate(r.loan_due[i], sizeof r.loan_due[i]);
+    if (r.loan_item[i] == 0 || y == 0 ||
+        std::tuple(y, m, d) >= std::tuple(today.year, today.month, today.day))
+      continue;
+    const std::string out = FieldText(r.loan_out[i]) + "     ";
+    ListRow row;
+    row.number = r.number;
+    row.columns = {
+        std::to_string(r.number),
+        Format("%lld at %c%c:%c%c", (long long)r.loan_item[i], out[0], out[1], out[3], out[4]),
+        "on " + Cp1252ToUtf8(DatePart(r.loan_out[i], sizeof r.loan_out[i])),
+        Format("%d days", int(DayNumber(today.year, today.month, today.day) - DayNumber(y, m, d)))};
+    rows.push_back(std::move(row));
+  }
+  return rows;
 }
 
 std::string CategoryText(int32_t display_category) {
@@ -230,7 +258,18 @@ ListFill IndexFill(int mode, int64_t from, const PrintChoice& choice) {
       const char* p = reader->record();
       if (mode == kSupplierList)
         rows.push_back(SupplierRow(*reinterpret_cast<const MansRecord*>(p)));
-      else if (mode < 200)
+      else if (mode == kCustomersOverdue) {
+        const MemberRecord& m = *reinterpret_cast<const MemberRecord*>(p);
+        std::vector<ListRow> group = OverdueRows(m, G().now);
+        group.insert(group.begin(), Customerrow(m, mode));
+        // A customer and the loans under it stay on one page, when a page holds them.
+        if (!rows.empty() && rows.size() + group.size() > size_t(kListRows)) {
+          reader->Seek(reader->slot() - 1);
+          break;
+        }
+        group.resize(std::min(group.size(), size_t(kListRows)));
+        rows.insert(rows.end(), group.begin(), group.end());
+      } else if (mode < 200)
         rows.push_back(Customerrow(*reinterpret_cast<const MemberRecord*>(p), mode));
       else
         rows.push_back(ItemRow(*reinterpret_cast<const FilmRecord*>(p)));

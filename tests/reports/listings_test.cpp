@@ -206,7 +206,7 @@ TEST_F(ListingTest, PrintModesChooseTheirItemsAndScreenListsPage) {
   EXPECT_EQ(platform_.shown().back(), "Problem: No items on record.");
 }
 
-TEST_F(ListingTest, CustomerPrintsTakeThreeRowsAndSkipZeroBalances) {
+TEST_F(ListingTest, CustomerPrintsAndTheOverdueList) {
   for (int64_t n : {5, 6}) {
     MemberRecord m{};
     m.number = n;
@@ -218,6 +218,27 @@ TEST_F(ListingTest, CustomerPrintsTakeThreeRowsAndSkipZeroBalances) {
   }
   Printlistingmode(kPrintDebtors);
   EXPECT_EQ(Printed(), (std::vector<std::string>{"6", "BAKER", "1 HIGH ST", "12.50  Tel: 0123"}));
+
+  // The overdue list: a taxable customer with a loan past due, its row and one under it.
+  MemberRecord m{};
+  m.number = 7;
+  m.tax = 1;
+  SetField(m.name, "CARTER");
+  SetField(m.telephone, "0456");
+  m.loan_item[0] = 1001, m.loan_item[1] = 1002;
+  SetField(m.loan_out[0], "14:2001/03/2026");
+  SetField(m.loan_due[0], "09:1510/03/2026");
+  SetField(m.loan_due[1], "00:0020/03/2026");  // not yet due
+  ASSERT_TRUE(G().members.Insert(&m));
+  m.number = 8, m.tax = 0;  // not taxable: never on it
+  ASSERT_TRUE(G().members.Insert(&m));
+  ScreenList overdue("Customer overdue list", Listingfill(kCustomersOverdue));
+  ASSERT_TRUE(overdue.Load());
+  ASSERT_EQ(overdue.rows().size(), 2u);
+  EXPECT_EQ(overdue.rows()[0].columns[1], "CARTER");
+  EXPECT_EQ(overdue.rows()[0].columns[3], "Tel. 0456");
+  EXPECT_EQ(overdue.rows()[1].columns,
+            (std::array<std::string, 4>{"7", "1001 at 14:20", "on 01/03/2026", "4 days"}));
   RemoveFile("member.dat");
   Printlistingmode(kPrintDebtors);
   EXPECT_EQ(platform_.shown().back(), "Fatal error: Data file: film.dat, not present.");
