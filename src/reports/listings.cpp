@@ -236,6 +236,11 @@ ListRow ScratchRow(const SortRow& s) {
 ListFill ScratchFill(SortKind kind) {
   return [kind](int64_t start, std::vector<ListRow>& rows, bool& at_end) {
     File f(ScratchFile(kind), File::Mode::Read);
+    if (!f) {
+      Message(std::string("Data file: ") + ScratchFile(kind) + ", not present.", "Fatal error");
+      at_end = true;
+      return start;
+    }
     SortRow s[kListRows];
     int64_t got = 0;
     if (f && f.seek(start * int64_t(sizeof(SortRow))))
@@ -353,7 +358,8 @@ class ScratchSource : public ListingSource {
   explicit ScratchSource(SortKind kind) : kind_(kind) {}
   void Reset() override {
     file_.close();
-    file_.open(ScratchFile(kind_), File::Mode::Read);
+    if (!file_.open(ScratchFile(kind_), File::Mode::Read))
+      Message(std::string("Data file: ") + ScratchFile(kind_) + ", not present.", "Fatal error");
   }
   bool Fetch() override { return file_ && file_.read(&row_, sizeof row_) == sizeof row_; }
   void Draw(ListingPage& p) override {
@@ -597,8 +603,9 @@ ListFill Listingfill(int mode, int64_t from) {
     case kCustomerListAlphabetical:
       return ScratchFill(SortKind::Customers);
     case kInventoryListAlphabetical:
-    case kInventoryTop:
       return ScratchFill(SortKind::Listing);
+    case kInventoryTop:
+      return ScratchFill(SortKind::HighestVolume);
     case kInventoryListCategory: {
       PrintChoice c;
       c.category = int(from);
