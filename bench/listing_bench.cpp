@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Stock lists and listings over a shop of 1,000,000 items, each beside one
 // plain sequential read of film.dat: the reorder list (number order), the out
-// of stock list (file order), the inventory listing printed from number 1, and
+// of stock list (file order), the best sellers into f2.dat, the inventory
+// listing printed from number 1, and
 // one page turn of the screen list.
 #include <benchmark/benchmark.h>
 
@@ -101,6 +102,17 @@ void BM_OutOfStockList(benchmark::State& state) {
   StockListBench(state, StockList::OutOfStock);
 }
 BENCHMARK(BM_OutOfStockList)->Unit(benchmark::kMillisecond)->Iterations(1);
+
+// Every item into f2.dat by falling sales.
+void BM_BestSellers(benchmark::State& state) {
+  OpenShop();
+  auto work = [&] {
+    if (Writebestsellers(kAllCategories) != kItems) state.SkipWithError("rows missing");
+  };
+  for (auto _ : state) work();
+  CompareWithPlainRead(state, work);
+}
+BENCHMARK(BM_BestSellers)->Unit(benchmark::kMillisecond)->Iterations(1);
 
 void BM_InventoryListingPrinted(benchmark::State& state) {
   OpenShop();

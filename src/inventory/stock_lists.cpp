@@ -6,6 +6,7 @@
 #include <tuple>
 
 #include "core/clock.h"
+#include "core/film_scan.h"
 #include "core/state.h"
 #include "core/text.h"
 #include "documents/print_job.h"
@@ -151,18 +152,12 @@ std::optional<std::vector<std::string>> Stocklistrows(StockList list) {
   if (*Stocklistcolumns(list)) rows.push_back(Stocklistcolumns(list));
   // The reorder lists run in number order: read in file order, a block at a
   // time, then put in order by number; the rows are the same, the reads far fewer.
-  WalkOptions options;
-  options.read_failed = "Unable to read film.dat";
-  options.busy_title = Stocklisttitle(list);
-  options.keys = [](NameKey key) { return LiveKey(key); };
-  options.test = [list, today](const void* record) {
-    return Onstocklist(list, *static_cast<const FilmRecord*>(record), today);
-  };
-  RecordWalk walk = G().films.Walk(std::move(options));
   std::vector<std::pair<int64_t, std::string>> found;
-  FilmRecord r;
-  while (walk.Next(&r)) found.emplace_back(r.number, Stocklistrow(list, r));
-  if (walk.end() != RecordWalk::End::Finished) return std::nullopt;
+  const ScanEnd end = Scanfilms(Stocklisttitle(list), [&](const FilmRecord& r) {
+    if (Onstocklist(list, r, today)) found.emplace_back(r.number, Stocklistrow(list, r));
+  });
+  if (end == ScanEnd::Unreadable) Message("Unable to read film.dat", "Problem");
+  if (end != ScanEnd::Finished) return std::nullopt;
   if (ByNumber(list))
     std::sort(found.begin(), found.end(),
               [](const auto& a, const auto& b) { return a.first < b.first; });

@@ -10,6 +10,7 @@
 #include <tuple>
 
 #include "core/clock.h"
+#include "core/film_scan.h"
 #include "core/scratch_sort.h"
 #include "core/settings.h"
 #include "core/state.h"
@@ -427,29 +428,29 @@ std::optional<std::pair<unsigned char, unsigned char>> Askletters(const std::str
 }
 
 int64_t Writebestsellers(int category) {
-  WalkOptions options;
-  options.read_failed = "Unable to read film.dat";
-  options.busy_text = "Please wait..";
-  options.keys = [](NameKey key) { return LiveKey(key); };
-  options.test = [category](const void* p) {
-    const FilmRecord& r = *static_cast<const FilmRecord*>(p);
-    return r.number >= 1 && (category == kAllCategories || r.display_category == category);
-  };
-  RecordWalk walk = G().films.Walk(std::move(options));
+  // The rows in file order, and beside them the counts to sort by.
   std::vector<SortRow> rows;
-  FilmRecord r;
-  while (walk.Next(&r)) {
+  std::vector<std::pair<int32_t, uint32_t>> order;
+  const ScanEnd end = Scanfilms("Please wait", [&](const FilmRecord& r) {
+    if (category != kAllCategories && r.display_category != category) return;
+    order.emplace_back(r.total_sold, uint32_t(rows.size()));
     SortRow& s = rows.emplace_back();
     std::memset(&s, 0, sizeof s);
     s.number = r.number;
     SetField(s.text, FieldText(r.description));
     SetField(s.column3, std::to_string(r.total_sold));
     SetField(s.column4, DatePart(r.last_used, sizeof r.last_used));
-  }
-  if (walk.end() != RecordWalk::End::Finished) return -1;
-  std::stable_sort(rows.begin(), rows.end(), [](const SortRow& a, const SortRow& b) {
-    return std::atoi(a.column3) > std::atoi(b.column3);
   });
+  if (end == ScanEnd::Unreadable) Message("Data file: film.dat, not present.", "Fatal error");
+  if (end != ScanEnd::Finished) return -1;
+  // Falling counts; equal counts keep their file order through the position.
+  std::sort(order.begin(), order.end(), [](const auto& a, const auto& b) {
+    return a.first != b.first ? a.first > b.first : a.second < b.second;
+  });
+  std::vector<SortRow> sorted;
+  sorted.reserve(rows.size());
+  for (const auto& o : order) sorted.push_back(rows[o.second]);
+  rows.swap(sorted);
   if (!ReplaceFile("f2.dat", rows.data(), int64_t(rows.size() * sizeof(SortRow)))) {
     Message("Data file: f2.dat.", "Problem");
     return -1;
@@ -666,19 +667,11 @@ std::unique_ptr<ListingSource> Listingsource(int mode, const PrintChoice& choice
 
 std::vector<std::pair<int64_t, std::string>> Retailbelowcost() {
   std::vector<std::pair<int64_t, std::string>> rows;
-  WalkOptions options;
-  options.read_failed = "Unable to read film.dat";
-  options.keys = [](NameKey key) { return LiveKey(key); };
-  options.test = [](const void* p) {
-    const FilmRecord& r = *static_cast<const FilmRecord*>(p);
-    return r.number >= 1 && Money(r.retail_price) != Money(r.cost_price) &&
-           r.retail_price < r.cost_price;
-  };
-  RecordWalk walk = G().films.Walk(std::move(options));
-  FilmRecord r;
-  while (walk.Next(&r))
-    rows.emplace_back(r.number,
-                      Format("%lld, %s", (long long)r.number, FieldText(r.description).c_str()));
+  Scanfilms("Data cost retail check", [&](const FilmRecord& r) {
+    if (Money(r.retail_price) != Money(r.cost_price) && r.retail_price < r.cost_price)
+      rows.emplace_back(r.number,
+                        Format("%lld, %s", (long long)r.number, FieldText(r.description).c_str()));
+  });
   return rows;
 }
 
