@@ -18,6 +18,7 @@
 #include "inventory/ui/item_forms.h"
 #include "mail/ui/mail_setup_form.h"
 #include "reports/ui/activity_forms.h"
+#include "reports/ui/listing_forms.h"
 #include "reports/ui/report_forms.h"
 #include "reports/ui/takings_forms.h"
 #include "sale/commands.h"
@@ -84,6 +85,7 @@ MainWindow::MainWindow(DesktopSize desktop, bool open_store) : desktop_(desktop)
   InstallExchangeHandlers();
   InstallActivityHandlers();
   InstallCustomerHandlers();
+  InstallListingForms();
   buildMenus();
   buildToolBar();
   sale_ = new SaleScreen(this);
