@@ -20,6 +20,7 @@
 #include "sale/commands.h"
 #include "sale/screen.h"
 #include "sale/ui/item_box.h"
+#include "sale/ui/note_form.h"
 #include "sale/ui/sale_screen.h"
 #include "sale/ui/tool_icons.h"
 #include "tender/ui/adjust_forms.h"
@@ -76,6 +77,7 @@ MainWindow::MainWindow(DesktopSize desktop, bool open_store) : desktop_(desktop)
   InstallMailHandlers();
   InstallUpkeepHandlers();
   InstallActivityHandlers();
+  InstallParkedBasketHandlers();
   buildMenus();
   buildToolBar();
   sale_ = new SaleScreen(this);
