@@ -8,6 +8,7 @@
 #include <QToolBar>
 
 #include "core/state.h"
+#include "customers/ui/supplier_form.h"
 #include "devices/pole.h"
 #include "documents/ui/document_commands.h"
 #include "inventory/item_find.h"
@@ -78,6 +79,7 @@ MainWindow::MainWindow(DesktopSize desktop, bool open_store) : desktop_(desktop)
   InstallUpkeepHandlers();
   InstallActivityHandlers();
   InstallParkedBasketHandlers();
+  InstallSupplierHandlers();
   buildMenus();
   buildToolBar();
   sale_ = new SaleScreen(this);
