@@ -73,6 +73,8 @@ struct State {
   // add sound and the pole quiet.
   Basket basket{};
   BasketList basket_list;
+  // The one parked basket: in memory only, empty at each start.
+  Basket saved_basket{};
   std::string item_text;
   int suppress_sound = 0;
   // The cash form's figures: the digits typed (then with the point put in), the

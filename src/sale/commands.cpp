@@ -147,7 +147,8 @@ const std::vector<CommandEntry> kTable = {
     {C::PrintOldLogFile, "Activity", "Print o&ld log file", "", false},
     {C::LogFileCapacity, "Activity", "Log file capacity", "", false},
     {C::SaveBasket, "Activity", "Save basket", "^W", false},
-    {C::ReloadBasket, "Activity", "Reload basket", "^X", B},
+    // Reload empties the basket itself, and only when there is a parked one.
+    {C::ReloadBasket, "Activity", "Reload basket", "^X", false},
 
     {C::Configuration, "&Utilities", "&Configuration", "^C", B},
     {C::TakingsAmendment, "&Utilities", "&Takings amendment", "", B},

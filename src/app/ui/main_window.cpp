@@ -9,6 +9,7 @@
 
 #include "core/state.h"
 #include "customers/ui/customer_dialog.h"
+#include "customers/ui/supplier_form.h"
 #include "devices/pole.h"
 #include "documents/ui/document_commands.h"
 #include "documents/ui/label_form.h"
@@ -24,6 +25,7 @@
 #include "sale/commands.h"
 #include "sale/screen.h"
 #include "sale/ui/item_box.h"
+#include "sale/ui/note_form.h"
 #include "sale/ui/sale_screen.h"
 #include "sale/ui/tool_icons.h"
 #include "tender/ui/adjust_forms.h"
@@ -86,6 +88,8 @@ MainWindow::MainWindow(DesktopSize desktop, bool open_store) : desktop_(desktop)
   InstallActivityHandlers();
   InstallCustomerHandlers();
   InstallListingForms();
+  InstallParkedBasketHandlers();
+  InstallSupplierHandlers();
   buildMenus();
   buildToolBar();
   sale_ = new SaleScreen(this);
