@@ -11,6 +11,7 @@
 #include "customers/ui/customer_dialog.h"
 #include "devices/pole.h"
 #include "documents/ui/document_commands.h"
+#include "documents/ui/mailmerge_form.h"
 #include "inventory/item_find.h"
 #include "inventory/ui/find_forms.h"
 #include "inventory/ui/item_forms.h"
@@ -78,6 +79,7 @@ MainWindow::MainWindow(DesktopSize desktop, bool open_store) : desktop_(desktop)
   InstallUpkeepHandlers();
   InstallActivityHandlers();
   InstallCustomerHandlers();
+  InstallMailmergeHandlers();
   buildMenus();
   buildToolBar();
   sale_ = new SaleScreen(this);
