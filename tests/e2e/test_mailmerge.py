@@ -5,6 +5,7 @@ the text of each is read back with pdftotext."""
 import glob
 import os
 import subprocess
+import sys
 import time
 
 import harness
@@ -69,6 +70,9 @@ def test(new_session):
                      "Do come in.", "Yours sincerely,", "Manager"):
             check(line in text, "letter to %s lacks %r:\n%s" % (name, line, text))
     check(not any("ADAMS" in t for t in letters), "customer 1 got a letter")
+    if len(sys.argv) > 3:  # a third argument: the folder for a picture of a letter
+        subprocess.run(["pdftoppm", "-png", "-r", "50", "-singlefile", pdfs[0],
+                        os.path.join(sys.argv[3], "mailmerge-letter")], check=True)
     check(s.close() == 0, "tilo did not end cleanly")
 
 
