@@ -1,6 +1,7 @@
-"""Mailmerge in the real program: letters for customers 2 to 3 of three, with a
-text typed in the form, printed on the built-in PDF printer, one PDF a letter;
-the text of each is read back with pdftotext."""
+"""Mailmerge in the real program: the store's heading set in "Store print
+heading", then letters for customers 2 to 3 of three, with a text typed in the
+form, printed on the built-in PDF printer, one PDF a letter; the text of each is
+read back with pdftotext, and ADDRESS.VT holds the new name."""
 
 import glob
 import os
@@ -40,7 +41,16 @@ def test(new_session):
     wid = s.find_window("TILO Retail    Assoc: 1, Administrator")
     time.sleep(0.5)
 
-    # Utilities, seven entries below "Configuration".
+    # Store print heading: Utilities, six entries below "Configuration".
+    s.key(wid, "alt+u", *(["Down"] * 6), "Return")
+    heading = s.find_window("Print heading")
+    time.sleep(0.5)
+    s.key(heading, "ctrl+a")
+    s.type(heading, "Bloggs and Daughters")
+    s.key(heading, "Return")
+    time.sleep(0.5)
+
+    # Mailmerge: Utilities, seven entries below "Configuration".
     s.key(wid, "alt+u", *(["Down"] * 7), "Return")
     form = s.find_window("Mailmerge")
     time.sleep(0.5)
@@ -65,7 +75,7 @@ def test(new_session):
     letters.sort(key=lambda t: "BROWN" not in t)
     for text, name, road in ((letters[0], "BROWN", "2 HIGH ST"), (letters[1], "CLARK", "3 LOW RD")):
         number = "2" if name == "BROWN" else "3"
-        for line in ("MRS J " + name, road, "LEEDS", "Dear Sir / Madam,",
+        for line in ("Bloggs and Daughters", "MRS J " + name, road, "LEEDS", "Dear Sir / Madam,",
                      "Customer number: " + number, "Our summer sale starts on Monday.",
                      "Do come in.", "Yours sincerely,", "Manager"):
             check(line in text, "letter to %s lacks %r:\n%s" % (name, line, text))
@@ -74,6 +84,7 @@ def test(new_session):
         subprocess.run(["pdftoppm", "-png", "-r", "50", "-singlefile", pdfs[0],
                         os.path.join(sys.argv[3], "mailmerge-letter")], check=True)
     check(s.close() == 0, "tilo did not end cleanly")
+    check(s.file("ADDRESS.VT")[:21] == b"Bloggs and Daughters\0", "ADDRESS.VT lacks the new name")
 
 
 if __name__ == "__main__":

@@ -2,7 +2,6 @@
 #include "documents/ui/mailmerge_form.h"
 
 #include <QApplication>
-
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -14,6 +13,8 @@
 #include <QTextCursor>
 #include <QVBoxLayout>
 #include <algorithm>
+
+#include "documents/ui/store_heading_form.h"
 
 namespace tilo {
 namespace {
@@ -126,6 +127,7 @@ MergeEntries MailmergeForm::entries() const {
 void InstallMailmergeHandlers() {
   install_mailmerge_view(&qt_view);
   InstallMailmergeCommand();
+  InstallStoreHeadingForm();
 }
 
 }  // namespace tilo

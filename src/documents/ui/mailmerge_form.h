@@ -35,7 +35,7 @@ class MailmergeForm : public QDialog {
   QString accepted_text_;
 };
 
-// Installs the form and the "Mailmerge" command.
+// Installs the "Mailmerge" and "Store print heading" forms and commands.
 void InstallMailmergeHandlers();
 
 }  // namespace tilo
