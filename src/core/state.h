@@ -88,6 +88,9 @@ struct State {
   PrintJob print_job;
   std::optional<FontDescription> list_font;
 
+  // The mailmerge letters' text, Windows-1252 with CR LF, kept for the run.
+  std::string merge_text;
+
   // The period and filters of the report dialogs, kept between reports.
   ReportSelection report_selection;
 };

@@ -14,6 +14,7 @@
 #include "documents/ui/document_commands.h"
 #include "documents/ui/label_form.h"
 #include "documents/ui/statement_form.h"
+#include "documents/ui/mailmerge_form.h"
 #include "inventory/item_find.h"
 #include "inventory/ui/find_forms.h"
 #include "inventory/ui/item_forms.h"
@@ -90,6 +91,7 @@ MainWindow::MainWindow(DesktopSize desktop, bool open_store) : desktop_(desktop)
   InstallListingForms();
   InstallParkedBasketHandlers();
   InstallSupplierHandlers();
+  InstallMailmergeHandlers();
   buildMenus();
   buildToolBar();
   sale_ = new SaleScreen(this);
