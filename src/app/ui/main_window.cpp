@@ -22,6 +22,7 @@
 #include "sale/ui/item_box.h"
 #include "sale/ui/sale_screen.h"
 #include "sale/ui/tool_icons.h"
+#include "tender/ui/account_forms.h"
 #include "tender/ui/adjust_forms.h"
 #include "tender/ui/card_forms.h"
 #include "tender/ui/cash_form.h"
@@ -76,6 +77,7 @@ MainWindow::MainWindow(DesktopSize desktop, bool open_store) : desktop_(desktop)
   InstallMailHandlers();
   InstallUpkeepHandlers();
   InstallActivityHandlers();
+  InstallAccountHandlers();
   buildMenus();
   buildToolBar();
   sale_ = new SaleScreen(this);
