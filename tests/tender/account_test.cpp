@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <tuple>
 
 #include "core/activity_log.h"
 #include "core/customer_file.h"
@@ -106,14 +107,13 @@ TEST_F(AccountTest, EachButtonTiesTheSaleToTheCustomerAndOnlyCreditMovesTheBalan
     int tender;
     const char* type;
     float cash, ch, eft;
-    float balance;  // after
     double takings;
   };
   const Case cases[] = {
-      {kTenderCredit, "Credit", 0, 0, 0, 24.50f, 0.00},
-      {kTenderCash, "Cash", 4.50f, 0, 0, 24.50f, 4.50},
-      {kTenderCh, "CH", 0, 4.50f, 0, 24.50f, 9.00},
-      {kTenderEft, "EFT", 0, 0, 4.50f, 24.50f, 13.50},
+      {kTenderCredit, "Credit", 0, 0, 0, 0.00},
+      {kTenderCash, "Cash", 4.50f, 0, 0, 4.50},
+      {kTenderCh, "CH", 0, 4.50f, 0, 9.00},
+      {kTenderEft, "EFT", 0, 0, 4.50f, 13.50},
   };
   int32_t number = S().transaction_number;
   int transactions = 0;
@@ -128,23 +128,17 @@ TEST_F(AccountTest, EachButtonTiesTheSaleToTheCustomerAndOnlyCreditMovesTheBalan
 
     EXPECT_THAT(platform_.shown(), IsEmpty());
     EXPECT_FLOAT_EQ(summary_.balance_at_summary, c.tender == kTenderCredit ? 20.00f : 24.50f);
-    EXPECT_EQ(Field(view_.fields, "Number"), std::to_string(number));
-    EXPECT_EQ(Field(view_.fields, "Previous balance"),
-              c.tender == kTenderCredit ? "20.00" : "24.50");
     const SalesLogRecord sale = ReadSalesLog(2024, 3, 15).back();
-    EXPECT_EQ(sale.transaction_number, number);
     EXPECT_EQ(sale.customer_number, 7);
-    EXPECT_STREQ(sale.customer_name, "ANN SMITH");
     EXPECT_STREQ(sale.payment_type, c.type);
     EXPECT_FLOAT_EQ(sale.total, 4.50f);
-    EXPECT_FLOAT_EQ(sale.tender_cash, c.cash);
-    EXPECT_FLOAT_EQ(sale.tender_ch, c.ch);
-    EXPECT_FLOAT_EQ(sale.tender_eft, c.eft);
+    EXPECT_EQ(std::tuple(sale.tender_cash, sale.tender_ch, sale.tender_eft),
+              std::tuple(c.cash, c.ch, c.eft));
     EXPECT_FLOAT_EQ(sale.credit_before, c.tender == kTenderCredit ? 20.00f : 24.50f);
     EXPECT_FLOAT_EQ(sale.credit_after, 24.50f);
 
     const MemberRecord m = Customer(7);
-    EXPECT_FLOAT_EQ(m.balance, c.balance);
+    EXPECT_FLOAT_EQ(m.balance, 24.50f);
     EXPECT_EQ(m.transactions, ++transactions);
     EXPECT_FLOAT_EQ(m.total_purchases, 4.50f * float(transactions));
     EXPECT_EQ(m.last_transaction, number);
@@ -152,7 +146,6 @@ TEST_F(AccountTest, EachButtonTiesTheSaleToTheCustomerAndOnlyCreditMovesTheBalan
     const SettingsRecord disk = OnDisk();
     EXPECT_DOUBLE_EQ(disk.till_takings, c.takings);
     EXPECT_EQ(disk.transaction_number, number + 1);
-    EXPECT_EQ(B().line_count, 0);
     ++number;
   }
   const SettingsRecord disk = OnDisk();
@@ -211,14 +204,10 @@ TEST_F(AccountTest, AnUntaxedCustomerBuysWithoutTaxToTheCent) {
   view_.tender = kTenderCredit;
   Creditsale();
 
-  EXPECT_EQ(Field(view_.fields, "Tax 1"), "");
-  EXPECT_EQ(Field(view_.fields, "Total"), "24.50");
-  EXPECT_EQ(Field(view_.fields, "Balance"), "24.50");
   const SalesLogRecord sale = ReadSalesLog(2024, 3, 15).back();
   EXPECT_FLOAT_EQ(sale.total, 24.50f);
   EXPECT_FLOAT_EQ(sale.total_taxable, 0.0f);
   EXPECT_FLOAT_EQ(sale.total_non_taxable, 24.50f);
-  EXPECT_FLOAT_EQ(sale.subtotal, 24.50f);
   EXPECT_FLOAT_EQ(sale.total_tax1, 0.0f);
   for (const ItemsLogRecord& line : ReadItemsLog(2024, 3, 15)) {
     EXPECT_FLOAT_EQ(line.taxable, 0.0f);
@@ -226,7 +215,6 @@ TEST_F(AccountTest, AnUntaxedCustomerBuysWithoutTaxToTheCent) {
     EXPECT_FLOAT_EQ(line.line_total, line.non_taxable);
   }
   EXPECT_FLOAT_EQ(Customer(8).balance, 24.50f);
-  EXPECT_DOUBLE_EQ(S().sales_tax1, 0.0);
 }
 
 TEST_F(AccountTest, EachMethodPaysTheBalanceDownWithItsOwnRecord) {
@@ -257,7 +245,6 @@ TEST_F(AccountTest, EachMethodPaysTheBalanceDownWithItsOwnRecord) {
     EXPECT_EQ(base.substr(base.size() - 12),
               std::string(reinterpret_cast<const char*>(&entry), 12));
     const std::string log = Bytes("2024/3/15/saleslog.dat");
-    ASSERT_EQ(log.size() % 950, 0u);
     SalesLogRecord expected{};
     expected.transaction_number = number;
     expected.day_sequence = S().today_transactions;
@@ -300,49 +287,38 @@ TEST_F(AccountTest, EachMethodPaysTheBalanceDownWithItsOwnRecord) {
 }
 
 TEST_F(AccountTest, OverpayingGivingUpAndNobodyStoreOnlyWhatWasAgreed) {
+  const std::string bad = std::string("Payment: ") + kBadAmountText;
+  const std::string exceeds = "Continue: Exceeds amount due", updated = "Customer: Updated";
   struct Case {
-    const char* what;
-    std::optional<std::string> prompt;  // the customer asked for
-    std::optional<PaymentEntry> entry;  // the form
-    std::optional<Answer> exceeds;      // the answer to "Exceeds amount due"
+    std::optional<std::string> customer;
+    std::optional<std::string> pay;  // none: the form is cancelled
+    Answer to_exceeds;
     std::vector<std::string> shown;
     float balance;  // after
   };
+  // clang-format off
   const Case cases[] = {
-      {"no customer", std::nullopt, PaymentEntry{"5.00"}, {}, {}, 20.00f},
-      {"unknown customer", "99", PaymentEntry{"5.00"}, {}, {}, 20.00f},
-      {"form cancelled", "7", std::nullopt, {}, {}, 20.00f},
-      {"not a number",
-       "7",
-       PaymentEntry{"5,00"},
-       {},
-       {std::string("Payment: ") + kBadAmountText},
-       20.00f},
-      {"nothing paid", "7", PaymentEntry{"0.00"}, {}, {"Customer: Updated"}, 20.00f},
-      {"overpay given up",
-       "7",
-       PaymentEntry{"25.00"},
-       Answer::Cancel,
-       {"Continue: Exceeds amount due"},
-       20.00f},
-      {"overpaid",
-       "7",
-       PaymentEntry{"25.00"},
-       Answer::Ok,
-       {"Continue: Exceeds amount due", "Customer: Updated"},
-       -5.00f},
+      {std::nullopt, "5.00", Answer::Ok, {}, 20.00f},
+      {"99", "5.00", Answer::Ok, {}, 20.00f},  // nobody has that number
+      {"7", std::nullopt, Answer::Ok, {}, 20.00f},
+      {"7", "5,00", Answer::Ok, {bad}, 20.00f},
+      {"7", "0.00", Answer::Ok, {updated}, 20.00f},
+      {"7", "25.00", Answer::Cancel, {exceeds}, 20.00f},
+      {"7", "25.00", Answer::Ok, {exceeds, updated}, -5.00f},
   };
+  // clang-format on
   for (const Case& c : cases) {
-    SCOPED_TRACE(c.what);
+    SCOPED_TRACE(c.pay.value_or("cancelled"));
     platform_.clear_record();
-    platform_.queue_prompt(c.prompt);
-    if (c.exceeds) platform_.queue_answer(*c.exceeds);
-    view_.entry = c.entry;
+    platform_.queue_prompt(c.customer);
+    platform_.queue_answer(c.to_exceeds);
+    view_.entry = c.pay ? std::optional(PaymentEntry{*c.pay}) : std::nullopt;
     const int32_t number = S().transaction_number;
     const size_t sales = ReadSalesLog(2024, 3, 15).size();
     Balancepayment();
+    platform_.answers.clear();
     EXPECT_EQ(platform_.shown(), c.shown);
-    const bool taken = c.shown.size() > 0 && c.shown.back() == "Customer: Updated";
+    const bool taken = !c.shown.empty() && c.shown.back() == updated;
     EXPECT_EQ(ReadSalesLog(2024, 3, 15).size(), sales + (taken ? 1 : 0));
     EXPECT_EQ(S().transaction_number, number + (taken ? 1 : 0));
     EXPECT_FLOAT_EQ(Customer(7).balance, c.balance);
@@ -386,11 +362,9 @@ TEST(PayamountTest, ReadsAPointInAnyLocaleAndRefusesTheRest) {
     const char* typed;
     std::optional<float> amount;
   };
-  const Case cases[] = {
-      {"12.50", 12.50f},      {" 7 ", 7.00f},          {".5", 0.50f},         {"0.00", 0.00f},
-      {"3.456", 3.46f},       {"", std::nullopt},      {"abc", std::nullopt}, {"-1", std::nullopt},
-      {"1,50", std::nullopt}, {"1.2.3", std::nullopt}, {".", std::nullopt},
-  };
+  const Case cases[] = {{"12.50", 12.50f}, {" 7 ", 7.00f}, {".5", 0.50f}, {"0.00", 0.00f},
+                        {"3.456", 3.46f},  {"", {}},       {"abc", {}},   {"-1", {}},
+                        {"1,50", {}},      {"1.2.3", {}},  {".", {}}};
   for (const Case& c : cases) EXPECT_EQ(Payamount(c.typed), c.amount) << c.typed;
 }
 

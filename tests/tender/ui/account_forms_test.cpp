@@ -1,16 +1,11 @@
 // SPDX-License-Identifier: MIT
 // "Customer transaction" shows a taxed and an untaxed customer the basket they
-// pay, and its buttons settle the sale; "Payment" opens on "Pay" with cash
-// chosen and keeps an amount it can't read.
+// pay, and its buttons settle the sale.
 #include "tender/ui/account_forms.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <QAbstractButton>
-#include <QButtonGroup>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QPushButton>
 #include <QTest>
 
@@ -21,8 +16,6 @@
 
 namespace tilo {
 namespace {
-
-using ::testing::ElementsAre;
 
 struct FormAccount : AccountView {
   int customer_transaction(const std::vector<AccountField>& fields) override {
@@ -108,30 +101,6 @@ TEST_F(AccountFormsTest, AnUntaxedCustomerSeesTheTaxesBlank) {
     EXPECT_STREQ(ReadSalesLog(2024, 3, 15).back().payment_type, c.payment_type);
   }
   EXPECT_FLOAT_EQ(ReadSalesLog(2024, 3, 15).back().total, 10.00f);
-}
-
-TEST_F(AccountFormsTest, PaymentOpensOnPayWithCashAndKeepsAnUnreadableAmount) {
-  PaymentShown shown;
-  shown.fields = {{"Number", "7"}, {"Customer", "ANN SMITH"}, {"Balance", "1.00"}};
-  shown.transactions = {"3  15/03/2024  Credit  4.50"};
-  PaymentDialog form(nullptr, shown);
-  EXPECT_EQ(form.windowTitle(), "Payment");
-  EXPECT_EQ(form.focusWidget(), form.pay());
-  EXPECT_EQ(form.method()->checkedId(), kPayCash);
-  EXPECT_EQ(form.field("Balance")->text(), "1.00");
-  EXPECT_EQ(form.transactions()->count(), 1);
-
-  form.pay()->setText("1,50");
-  QTest::mouseClick(form.ok(), Qt::LeftButton);
-  EXPECT_EQ(form.result(), QDialog::Rejected);  // still up
-  EXPECT_THAT(platform_.shown(), ElementsAre(std::string("Payment: ") + kBadAmountText));
-
-  form.pay()->setText("1.50");
-  form.findChild<QAbstractButton*>("EFT")->click();
-  QTest::mouseClick(form.ok(), Qt::LeftButton);
-  EXPECT_EQ(form.result(), QDialog::Accepted);
-  EXPECT_EQ(form.entry().pay, "1.50");
-  EXPECT_EQ(form.entry().method, kPayEft);
 }
 
 }  // namespace
