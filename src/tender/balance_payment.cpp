@@ -138,10 +138,15 @@ void Addtotakings(float amount, int method) {
   }
 }
 
-// Books a payment settled on the form.
-void Takepayment(MemberRecord m, float amount, int method) {
+// Books a payment settled on the form, on the customer as the file holds them now.
+void Takepayment(int64_t customer, float amount, int method) {
   State& g = G();
   SettingsRecord& s = g.settings;
+  if (Fetchmember(customer) != customer) {
+    Message("Invalid number.", kProblem);
+    return;
+  }
+  MemberRecord m = g.member;
   const float before = Roundmoney(m.balance);
   if (MoneyAbove(amount, before) &&
       Message("Exceeds amount due", "Continue", Buttons::OkCancel) != Answer::Ok)
@@ -206,7 +211,7 @@ void Paymentform(const MemberRecord& m, const std::optional<TransactionRecords>&
     Message(kBadAmountText, kBadAmountTitle);
     return;
   }
-  Takepayment(m, *amount, entry->method);
+  Takepayment(m.number, *amount, entry->method);
 }
 
 std::optional<TransactionRecords> Readnumber(int64_t number) {
