@@ -13,6 +13,7 @@
 #include "core/history.h"
 #include "sale/sale_fixture.h"
 #include "tender/account.h"
+#include "tender/tender_view.h"
 
 namespace tilo {
 namespace {
@@ -36,6 +37,8 @@ class AccountFormsTest : public SaleTest {
   void SetUp() override {
     SaleTest::SetUp();
     install_account_view(&view_);
+    // The summary box without a screen, whatever an earlier test installed.
+    install_tender_view(nullptr);
     platform_.set_now(2024, 3, 15, 14, 5);
     Makelogdirs();
     S().tax1_switch = 2;
