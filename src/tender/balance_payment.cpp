@@ -77,7 +77,7 @@ PaymentShown Paymentshown(const MemberRecord& m, const std::optional<Transaction
                   {"Transactions", std::to_string(m.transactions)},
                   {"Last purchase", purchase},
                   {"Last payment", Stamptext(m.last_payment)},
-                  {"Terms", Cp1252ToUtf8(Customterms(s, m.terms))},
+                  {"Terms", Cp1252ToUtf8(Standardterms(s, m.terms))},
                   {"Balance", MoneyText(m.balance)}};
   shown.transactions = std::move(transactions);
   return shown;

@@ -3,7 +3,7 @@ one-item sale on the account ("Credit", the default button), and member.dat
 then holds the balance, the count and the sale's number. Balance payment takes
 5.00 in cash: a 950-byte "Payment (cash)" record, the balance down by 5.00, the
 cash payment counted in wr.cfg. With TILO_SCREENSHOTS set, "Customer
-transaction" is kept there."""
+transaction" and "Payment" are kept there."""
 
 import glob
 import os
@@ -117,6 +117,7 @@ def test(new_session):
     payment = s.find_window("Payment")
     time.sleep(0.5)
     s.type(payment, "5.00")
+    keep(s, payment, "payment-MULTDIA2.png")
     s.key(payment, "Return")
     s.answer("Customer")
     wait_for(lambda: len(sales(s)) == 2 * SALE, "payment in the sales log")
