@@ -29,6 +29,7 @@
 #include "sale/ui/note_form.h"
 #include "sale/ui/sale_screen.h"
 #include "sale/ui/tool_icons.h"
+#include "tender/ui/account_forms.h"
 #include "tender/ui/adjust_forms.h"
 #include "tender/ui/card_forms.h"
 #include "tender/ui/cash_form.h"
@@ -92,6 +93,7 @@ MainWindow::MainWindow(DesktopSize desktop, bool open_store) : desktop_(desktop)
   InstallParkedBasketHandlers();
   InstallSupplierHandlers();
   InstallMailmergeHandlers();
+  InstallAccountHandlers();
   buildMenus();
   buildToolBar();
   sale_ = new SaleScreen(this);
