@@ -31,4 +31,7 @@ class ShopTest : public ::testing::Test {
   std::string previous_folder_;
 };
 
+// What a shell command writes to its standard output ("" when it cannot run).
+std::string Shell(const std::string& command);
+
 }  // namespace tilo
