@@ -99,13 +99,7 @@ class EftTest : public SaleTest {
 };
 
 TEST_F(EftTest, EveryRequestGoesOutByteForByteWithAPointUnderACommaLocale) {
-  WriteBytes("comma.src",
-             "LC_CTYPE\ncopy \"POSIX\"\nEND LC_CTYPE\nLC_NUMERIC\ndecimal_point \",\"\n"
-             "thousands_sep \".\"\ngrouping 3;3\nEND LC_NUMERIC\n");
-  std::filesystem::create_directories("locales");
-  (void)std::system("localedef -c -i comma.src -f ANSI_X3.4-1968 locales/xx_COMMA >/dev/null 2>&1");
-  setenv("LOCPATH", (folder_ + "/locales").c_str(), 1);
-  ASSERT_NE(std::setlocale(LC_ALL, "xx_COMMA"), nullptr);
+  ASSERT_TRUE(UseCommaLocale());
   char probe[16];
   std::snprintf(probe, sizeof probe, "%.2f", 1.5);
   S().eft_permit_cashback = 2.0;
@@ -133,8 +127,7 @@ TEST_F(EftTest, EveryRequestGoesOutByteForByteWithAPointUnderACommaLocale) {
     terminal_.queue_prompt(std::string(typed));
   Eftmanual();
   EXPECT_EQ(terminal_.request, "1=REF7\n2=3\n5=4929000000006\n6=0528\n13=88812\n99=0");
-  std::setlocale(LC_ALL, "C");
-  unsetenv("LOCPATH");
+  UseCLocale();
   EXPECT_STREQ(probe, "1,50");  // the locale really was in force
   EXPECT_EQ(terminal_.prompts_shown.size(), 4u);
 }
