@@ -89,6 +89,7 @@ TEST_F(SettingsTest, ShortFileLeavesTheRestZero) {
   EXPECT_EQ(G().settings.category_total_today[17], 0.0);
 }
 
+// The category history's offsets are held byte for byte by the rollover's model.
 TEST_F(SettingsTest, BandArraysShareTheirOriginWithTheFieldBefore) {
   SettingsRecord& s = G().settings;
   s.receipt_printer_index = 42;
@@ -99,20 +100,6 @@ TEST_F(SettingsTest, BandArraysShareTheirOriginWithTheFieldBefore) {
   EXPECT_EQ(BandDiscount(s, 3), 5);
   EXPECT_EQ(BandCreditPeriod(s, 0), 2);
   EXPECT_EQ(BandCreditPeriod(s, 8), 8);
-}
-
-TEST_F(SettingsTest, CategoryHistoryRowsStartAt3338) {
-  SettingsRecord& s = G().settings;
-  SetCategoryHistory(s, 0, 1, 12.5);
-  SetCategoryHistory(s, 17, 31, 99.25);
-  const char* raw = reinterpret_cast<const char*>(&s);
-  double first, last;
-  std::memcpy(&first, raw + 3346, 8);
-  std::memcpy(&last, raw + 3338 + 256 * 17 + 8 * 31, 8);
-  EXPECT_EQ(first, 12.5);
-  EXPECT_EQ(last, 99.25);
-  EXPECT_EQ(3338 + 256 * 17 + 8 * 31 + 8, 7946);  // the last slot ends where takings begin
-  EXPECT_EQ(CategoryHistory(s, 17, 31), 99.25);
 }
 
 TEST_F(SettingsTest, FileResetKeepsTheSurvivorAndSetsTheResetValues) {

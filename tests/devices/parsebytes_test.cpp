@@ -18,22 +18,23 @@ std::vector<uint8_t> Parse(const std::string& text) {
 
 using Bytes = std::vector<uint8_t>;
 
+// Decimal numbers, the low eight bits kept; every comma or the terminator ends one.
 TEST(ParsebytesTest, NumbersBecomeBytesAndEveryCommaOrTerminatorEndsOne) {
-  EXPECT_EQ(Parse("27,112,0,25,250"), (Bytes{27, 112, 0, 25, 250}));
-  EXPECT_EQ(Parse("7"), (Bytes{7}));
-  EXPECT_EQ(Parse("27,,1"), (Bytes{27, 0, 1}));
-  EXPECT_EQ(Parse("27,"), (Bytes{27, 0}));
-  EXPECT_EQ(Parse(""), (Bytes{0}));
-  EXPECT_EQ(Parse(",,"), (Bytes{0, 0, 0}));
-}
-
-TEST(ParsebytesTest, ConversionIsDecimalWithTheLowEightBitsKept) {
-  EXPECT_EQ(Parse("256,257,511"), (Bytes{0, 1, 255}));
-  EXPECT_EQ(Parse("-1"), (Bytes{255}));
-  EXPECT_EQ(Parse(" 27, 112"), (Bytes{27, 112}));
-  EXPECT_EQ(Parse("12ab,x"), (Bytes{12, 0}));
-  // The form's own note has a blank after a comma: the number still reads.
-  EXPECT_EQ(Parse("27,112,48,55, 121"), (Bytes{27, 112, 48, 55, 121}));
+  const std::pair<const char*, Bytes> cases[] = {
+      {"27,112,0,25,250", {27, 112, 0, 25, 250}},
+      {"7", {7}},
+      {"27,,1", {27, 0, 1}},
+      {"27,", {27, 0}},
+      {"", {0}},
+      {",,", {0, 0, 0}},
+      {"256,257,511", {0, 1, 255}},
+      {"-1", {255}},
+      {" 27, 112", {27, 112}},
+      {"12ab,x", {12, 0}},
+      // The form's own note has a blank after a comma: the number still reads.
+      {"27,112,48,55, 121", {27, 112, 48, 55, 121}},
+  };
+  for (const auto& [text, bytes] : cases) EXPECT_EQ(Parse(text), bytes) << text;
 }
 
 TEST(ParsebytesTest, TheWalkStopsAfterThirtyTwoCharacters) {

@@ -2,6 +2,7 @@
 installer, keystrokes through xdotool, screenshots through ImageMagick, and a
 clean close (SIGTERM ends the run through the normal close-down)."""
 
+import glob
 import os
 import shutil
 import signal
@@ -39,6 +40,47 @@ def put(data, offset, fmt, value):
 def put_text(data, offset, width, value):
     """Writes a Windows-1252 field of `width` bytes, padded with zeros."""
     data[offset:offset + width] = value.encode("cp1252").ljust(width, b"\0")
+
+
+def f32(value):
+    """A number as the program's 32-bit floats hold it."""
+    return struct.unpack("<f", struct.pack("<f", value))[0]
+
+
+FILM_RECORD = 1874  # one item of film.dat
+
+
+def find_item(film, number):
+    """The offset in film.dat's bytes of item `number`."""
+    for at in range(0, len(film), FILM_RECORD):
+        if read_at(film, at, "q") == number:
+            return at
+    raise Failure("item %d not in film.dat" % number)
+
+
+def stock_of(film, number):
+    return read_at(film, find_item(film, number) + 670, "i")
+
+
+def wait_for(condition, what, timeout=15.0):
+    deadline = time.time() + timeout
+    while time.time() < deadline:
+        if condition():
+            return
+        time.sleep(0.2)
+    raise Failure("no %s within %.0f s" % (what, timeout))
+
+
+def pdf_text(path):
+    return subprocess.run(["pdftotext", "-layout", path, "-"], capture_output=True,
+                          text=True, check=True).stdout
+
+
+def barcode(pdf, png):
+    """What the barcode on the first page of `pdf` reads, rendered into `png`.png."""
+    subprocess.run(["pdftoppm", "-r", "200", "-png", "-singlefile", pdf, png], check=True)
+    return subprocess.run(["zbarimg", "--quiet", "--raw", png + ".png"], capture_output=True,
+                          text=True).stdout.strip()
 
 
 class Line:
@@ -191,6 +233,65 @@ class Session:
         self.type(form, password)
         self.key(form, "Return")
 
+    def open_till(self, clerk=1, password="7351"):
+        """Starts the program, logs `clerk` on and returns the main window as
+        its title names the clerk."""
+        self.start()
+        self.find_window("TILO Retail")
+        self.log_on(clerk, password)
+        wid = self.find_window("TILO Retail    Assoc: %d, .*" % clerk)
+        time.sleep(0.5)
+        return wid
+
+    def fill(self, title, text, *keys):
+        """Types `text` into the window titled `title` once it is up, then
+        presses `keys` (Return when none are given); returns the window."""
+        wid = self.find_window(title)
+        time.sleep(0.3)
+        self.type(wid, text)
+        self.key(wid, *(keys or ("Return",)))
+        return wid
+
+    def scan(self, wid, *numbers):
+        """Each item number typed into the item box and entered."""
+        for number in numbers:
+            self.type(wid, str(number))
+            self.key(wid, "Return")
+
+    def pay_cash(self, wid, typed, summary=True, press_f5=True):
+        """F5, the amount typed once the cash form has the focus, and Enter;
+        then Enter on the summary box unless `summary` is False."""
+        if press_f5:
+            self.key(wid, "F5")
+        deadline = time.time() + 10
+        while self.xdotool("getwindowfocus") == wid and time.time() < deadline:
+            time.sleep(0.2)
+        check(self.xdotool("getwindowfocus") != wid, "the cash form did not take the focus")
+        self.xdotool("type", "--delay", "60", typed)
+        time.sleep(0.3)
+        self.xdotool("key", "Return")
+        if summary:
+            self.answer("Transaction committed, summary")
+
+    def printouts(self):
+        """The PDFs printed so far, oldest first."""
+        return sorted(glob.glob(os.path.join(self.shop, "printouts", "*.pdf")),
+                      key=os.path.getmtime)
+
+    def keep(self, wid, name, png=None):
+        """The window's part of a screenshot (a new one unless `png` is given),
+        kept when TILO_SCREENSHOTS names a folder."""
+        folder = os.environ.get("TILO_SCREENSHOTS")
+        if not folder:
+            return
+        os.makedirs(folder, exist_ok=True)
+        if png is None:
+            png = os.path.join(self.tmp, "screen.png")
+            self.screenshot(png)
+        x, y, w, h = self.geometry(wid)
+        subprocess.run(["convert", png, "-crop", "%dx%d+%d+%d" % (w, h, x, y), "+repage",
+                        os.path.join(folder, name)], check=True)
+
     def screenshot(self, path):
         subprocess.run(["import", "-window", "root", path], env=self._env(), check=True)
 
@@ -207,6 +308,15 @@ class Session:
         self.app = None
         return rc
 
+    def ended(self, what, timeout=20.0):
+        """Waits for the program to end by itself after `what`; its exit code."""
+        try:
+            rc = self.app.wait(timeout)
+        except subprocess.TimeoutExpired:
+            raise Failure("tilo did not end after %s" % what)
+        self.app = None
+        return rc
+
     def with_pole_and_drawer(self, edit=None):
         """A first run makes the settings; then the pole goes on COM1 and a
         direct drawer on COM2, both socat pty pairs mapped by ports.cfg.
@@ -218,24 +328,35 @@ class Session:
         pole, drawer = Line(self.tmp, "pole"), Line(self.tmp, "drawer")
         with open(os.path.join(self.shop, "ports.cfg"), "w") as f:
             f.write("COM1=%s\nCOM2=%s\n" % (pole.port, drawer.port))
-        path = os.path.join(self.shop, "wr.cfg")
-        cfg = bytearray(open(path, "rb").read())
-        put(cfg, 40550, "i", 2)            # pole_enabled
-        put(cfg, 40558, "i", 0)            # pole_port: COM1
-        put_text(cfg, 33410, 32, "27,64")  # pole_clear
-        put(cfg, 40586, "i", 0)            # drawer_mode: direct
-        put(cfg, 944, "q", 1)              # drawer_port: COM2
-        put(cfg, 928, "q", 7)              # drawer_open_char
-        put(cfg, 912, "q", 2)              # drawer_repeat
-        if edit:
-            edit(cfg)
-        with open(path, "wb") as f:
-            f.write(bytes(cfg))
+
+        def devices(cfg):
+            put(cfg, 40550, "i", 2)            # pole_enabled
+            put(cfg, 40558, "i", 0)            # pole_port: COM1
+            put_text(cfg, 33410, 32, "27,64")  # pole_clear
+            put(cfg, 40586, "i", 0)            # drawer_mode: direct
+            put(cfg, 944, "q", 1)              # drawer_port: COM2
+            put(cfg, 928, "q", 7)              # drawer_open_char
+            put(cfg, 912, "q", 2)              # drawer_repeat
+            if edit:
+                edit(cfg)
+        self.edit("wr.cfg", devices)
         return pole, drawer
 
     def file(self, name):
         with open(os.path.join(self.shop, name), "rb") as f:
             return f.read()
+
+    def today(self, name):
+        """The path of `name` in today's history folder."""
+        t = time.localtime()
+        return "%d/%d/%d/%s" % (t.tm_year, t.tm_mon, t.tm_mday, name)
+
+    def edit(self, name, change):
+        """Rewrites the shop's file `name` after `change(bytearray)`."""
+        data = bytearray(self.file(name))
+        change(data)
+        with open(os.path.join(self.shop, name), "wb") as f:
+            f.write(bytes(data))
 
     def exists(self, name):
         return os.path.exists(os.path.join(self.shop, name))

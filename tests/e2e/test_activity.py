@@ -3,7 +3,6 @@ sale, then F12 shows the status screen (its screenshot kept for the docs),
 then "Exit - print report + log" prints the activity summary and today's log
 into two PDFs and closes the program."""
 
-import glob
 import os
 import re
 import shutil
@@ -11,35 +10,17 @@ import subprocess
 import time
 
 import harness
-from harness import check
+from harness import check, pdf_text
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 SCREENSHOT = os.path.join(HERE, "..", "..", "docs", "screenshots", "status-screen.png")
 
 
-def pdf_text(path):
-    return subprocess.run(["pdftotext", "-layout", path, "-"], capture_output=True,
-                          text=True, check=True).stdout
-
-
-def printouts(s):
-    return sorted(glob.glob(os.path.join(s.shop, "printouts", "*.pdf")), key=os.path.getmtime)
-
-
 def test(new_session):
     s = new_session()
-    s.start()
-    s.find_window("TILO Retail")
-    s.log_on()
-    wid = s.find_window("TILO Retail    Assoc: 1, Administrator")
-
-    s.type(wid, "1001")
-    s.key(wid, "Return")
-    s.key(wid, "F5")
-    time.sleep(1.0)
-    s.xdotool("type", "--delay", "60", "5000")
-    s.xdotool("key", "Return")
-    s.answer("Transaction committed, summary")
+    wid = s.open_till()
+    s.scan(wid, 1001)
+    s.pay_cash(wid, "5000")
 
     wid = s.find_window("TILO Retail    Assoc: 1, Administrator")
     s.key(wid, "F12")
@@ -57,14 +38,10 @@ def test(new_session):
     s.key(wid, "alt+f", "Up", "Up", "Return")
     s.answer("Print")
     s.answer("Print")
-    try:
-        rc = s.app.wait(30)
-    except subprocess.TimeoutExpired:
-        raise harness.Failure("tilo did not close after printing")
-    s.app = None
+    rc = s.ended("printing", 30)
     check(rc == 0, "tilo ended with %s" % rc)
 
-    pdfs = printouts(s)
+    pdfs = s.printouts()
     check(len(pdfs) == 2, "%d printouts, not 2: %s" % (len(pdfs), pdfs))
     log = s.file("bun4.dat").decode("cp1252")
     sale = re.search(r"Sale: (\d+), Total: (\d+\.\d\d)\r\n", log)

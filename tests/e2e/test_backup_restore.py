@@ -14,16 +14,6 @@ from harness import check, read_at
 SIX = ["wr.cfg", "film.dat", "member.dat", "mans.dat", "resn.dat", "bun4.dat"]
 
 
-def sell_for_cash(s, wid, number):
-    s.type(wid, str(number))
-    s.key(wid, "Return")
-    s.key(wid, "F5")
-    time.sleep(1.0)
-    s.xdotool("type", "--delay", "60", "5000")
-    s.xdotool("key", "Return")
-    s.answer("Transaction committed, summary")
-
-
 def utilities(s, wid, letter):
     s.key(wid, "alt+u")
     time.sleep(0.5)
@@ -35,11 +25,9 @@ def test(new_session):
     backup = os.path.join(s.tmp, "backup")
     today = datetime.date.today()
     day = os.path.join(str(today.year), str(today.month), str(today.day))
-    s.start()
-    s.log_on()
-    wid = s.find_window("TILO Retail.*")
-    time.sleep(1.0)
-    sell_for_cash(s, wid, 1001)
+    wid = s.open_till()
+    s.scan(wid, 1001)
+    s.pay_cash(wid, "5000")
     film_at_backup = s.file("film.dat")
 
     utilities(s, wid, "b")
@@ -55,7 +43,8 @@ def test(new_session):
     check(open(os.path.join(backup, "film.dat"), "rb").read() == film_at_backup,
           "the backup's film.dat is not the shop's")
 
-    sell_for_cash(s, wid, 1001)
+    s.scan(wid, 1001)
+    s.pay_cash(wid, "5000")
     check(s.file("film.dat") != film_at_backup, "the second sale did not change the stock")
     check(s.exists(os.path.join(day, "saleslog.dat")), "no sales log for today")
 
@@ -69,14 +58,10 @@ def test(new_session):
     s.xdotool("type", "--delay", "30", os.path.join(backup, "wr.cfg"))
     s.xdotool("key", "Return")
     s.answer("Restore complete")
-    check(s.app.wait(20) == 0, "tilo did not close itself after the restore")
-    s.app = None
+    check(s.ended("the restore") == 0, "tilo did not close itself cleanly after the restore")
     check(read_at(s.file("wr.cfg"), 1360, "i") == 1, "the restored numbering is not 1")
 
-    s.start()
-    s.log_on()
-    s.find_window("TILO Retail.*")
-    time.sleep(1.0)
+    s.open_till()
     check(s.close() == 0, "the restart did not end cleanly")
     check(s.file("film.dat") == film_at_backup, "the stock is not as at the backup")
     check(not s.exists(os.path.join(day, "saleslog.dat")), "the day's sales survived the restore")

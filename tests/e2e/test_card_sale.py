@@ -5,7 +5,6 @@ in a box with the basket left whole and nothing logged; and a Cancel while the
 till waits, which takes the request back. The waiting box is photographed
 (kept when TILO_SCREENSHOTS names a folder)."""
 
-import datetime
 import os
 import subprocess
 import time
@@ -13,26 +12,6 @@ import time
 import harness
 from harness import check, put, put_text, read_at, text_at
 
-
-
-def keep(s, png, name, wid):
-    """The main window's part of a screenshot, kept when TILO_SCREENSHOTS names a folder."""
-    folder = os.environ.get("TILO_SCREENSHOTS")
-    if folder:
-        os.makedirs(folder, exist_ok=True)
-        x, y, w, h = s.geometry(wid)
-        subprocess.run(["convert", png, "-crop", "%dx%d+%d+%d" % (w, h, x, y), "+repage",
-                        os.path.join(folder, name)], check=True)
-
-
-def log_on(s):
-    try:
-        form = s.find_window("USER LOGON", 6)
-    except harness.Failure:
-        return
-    time.sleep(0.3)
-    s.type(form, "7351")
-    s.key(form, "Return")
 
 
 def pay(s, wid, buttons_down=0):
@@ -61,14 +40,10 @@ def test(new_session):
          "--reply", "0", "--reply", "4", "--reply", "16", "--reply", "nokey3", "--reply", "leave"],
         stdout=sim_out, stderr=subprocess.STDOUT)
     try:
-        s.start()
-        wid = s.find_window("TILO Retail")
-        log_on(s)
-        time.sleep(1.0)
+        wid = s.open_till()
 
         # A sale with 20 cash back.
-        s.type(wid, "1001")
-        s.key(wid, "Return")
+        s.scan(wid, 1001)
         pay(s, wid, buttons_down=1)
         cash_back = s.find_window("CASH BACK")
         time.sleep(0.3)
@@ -76,16 +51,13 @@ def test(new_session):
         s.key(cash_back, "Return")
         s.find_window("Waiting for the card terminal")
         time.sleep(0.5)
-        shot = os.path.join(s.tmp, "waiting.png")
-        s.screenshot(shot)
-        keep(s, shot, "card-waiting.png", wid)
+        s.keep(wid, "card-waiting.png")
         s.answer("Transaction committed, summary")
         got = drawer.received()
         check(got == b"\x07\x07", "the drawer got %r" % got)
 
         # Refusals: the basket stays for another tender.
-        s.type(wid, "2401")
-        s.key(wid, "Return")
+        s.scan(wid, 2401)
         for title in ("Not authorized", "Not authorized", "Problem"):
             pay(s, wid)
             s.answer(title, timeout=30)
@@ -114,8 +86,7 @@ def test(new_session):
     check(not os.path.exists(os.path.join(card, "requests", "request-0006.txt")),
           "more requests than sales")
 
-    today = datetime.date.today()
-    sales = s.file("%d/%d/%d/saleslog.dat" % (today.year, today.month, today.day))
+    sales = s.file(s.today("saleslog.dat"))
     check(len(sales) == 950, "saleslog.dat holds %d bytes: the refusals were logged" % len(sales))
     check(read_at(sales, 0, "q") == 1, "the card sale is not number 1")
     check(text_at(sales, 354, 40) == "EFT", "payment type %r" % text_at(sales, 354, 40))

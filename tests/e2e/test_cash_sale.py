@@ -11,41 +11,10 @@ import datetime
 import os
 import re
 import struct
-import subprocess
 import time
 
 import harness
-from harness import Failure, check, put, put_text, read_at, text_at
-
-FILM_RECORD = 1874
-
-
-def f32(value):
-    """A number as the program's 32-bit floats hold it."""
-    return struct.unpack("<f", struct.pack("<f", value))[0]
-
-
-def find_item(film, number):
-    for at in range(0, len(film), FILM_RECORD):
-        if read_at(film, at, "q") == number:
-            return at
-    raise Failure("item %d not in film.dat" % number)
-
-
-def log_on(s):
-    """The log-on form that every start opens after the splash, when there is one."""
-    try:
-        form = s.find_window("USER LOGON", 6)
-    except Failure:
-        return
-    time.sleep(0.3)
-    s.type(form, "7351")
-    s.key(form, "Return")
-
-
-def focused(s):
-    return s.xdotool("getwindowfocus")
-
+from harness import check, f32, find_item, pdf_text, put, put_text, read_at, text_at
 
 def sale(new_session):
     s = new_session(screen=(1280, 1024))
@@ -63,17 +32,12 @@ def sale(new_session):
     film_before = s.file("film.dat")
     settings_before = s.file("wr.cfg")
     try:
-        s.start()
-        wid = s.find_window("TILO Retail")
-        log_on(s)
-        time.sleep(1.0)
+        wid = s.open_till()
         pole.received(wait=1.0)
-        s.type(wid, "1001")
-        s.key(wid, "Return")
+        s.scan(wid, 1001)
         got = pole.received()
         check(got == b"\x1b\x40LONDON DRY G  22.00", "the pole showed %r for 1001" % got)
-        s.type(wid, "2401")
-        s.key(wid, "Return")
+        s.scan(wid, 2401)
         got = pole.received()
         check(got == b"\x1b\x40CRISPS READY  0.84", "the pole showed %r for 2401" % got)
 
@@ -81,14 +45,7 @@ def sale(new_session):
         s.key(wid, "F5")
         got = pole.received()
         check(got == b"\x1b\x40Total: 22.84", "the pole showed %r for the total" % got)
-        deadline = time.time() + 10
-        while focused(s) == wid and time.time() < deadline:
-            time.sleep(0.2)
-        form = focused(s)
-        check(form != wid, "the cash form did not take the focus")
-        s.xdotool("type", "--delay", "60", "2500")
-        time.sleep(0.3)
-        s.xdotool("key", "Return")
+        s.pay_cash(wid, "2500", summary=False, press_f5=False)
 
         # The drawer opens, the pole shows tender and change, and the summary waits.
         box = s.find_window("Transaction committed, summary")
@@ -97,9 +54,7 @@ def sale(new_session):
         got = pole.received()
         check(got == b"\x1b\x40Tender: 25.00\nChange: 2.16", "the pole showed %r at the end" % got)
         # The summary stands before the commit: nothing is logged yet.
-        today = datetime.date.today()
-        check(not s.exists("%d/%d/%d/saleslog.dat" % (today.year, today.month, today.day))
-              or not s.file("%d/%d/%d/saleslog.dat" % (today.year, today.month, today.day)),
+        check(not s.exists(s.today("saleslog.dat")) or not s.file(s.today("saleslog.dat")),
               "the sale was logged before the summary closed")
         time.sleep(0.3)
         s.key(box, "Return")
@@ -110,7 +65,6 @@ def sale(new_session):
         drawer.close()
 
     today = datetime.date.today()
-    day = "%d/%d/%d/" % (today.year, today.month, today.day)
     clerk = read_at(s.file("wr.cfg"), 34354, "q")  # the clerk logged on
 
     # The transaction index: its header, then number 1 on today.
@@ -119,7 +73,7 @@ def sale(new_session):
           "base.dat is %r" % base)
 
     # The sales log: one record of 950 bytes, rebuilt field by field.
-    sales = s.file(day + "saleslog.dat")
+    sales = s.file(s.today("saleslog.dat"))
     check(len(sales) == 950, "saleslog.dat is %d bytes" % len(sales))
     sale_time, sale_date = text_at(sales, 124, 20), text_at(sales, 144, 20)
     check(re.fullmatch(r"\d\d:\d\d", sale_time), "sale time %r" % sale_time)
@@ -135,7 +89,7 @@ def sale(new_session):
     check(sales == bytes(expected), "saleslog.dat differs from the sale")
 
     # The items log: one record of 104 bytes a line.
-    items = s.file(day + "itemslog.dat")
+    items = s.file(s.today("itemslog.dat"))
     check(len(items) == 208, "itemslog.dat is %d bytes" % len(items))
     for at, (number, category, description, price, tax, cost) in zip(
             (0, 104), ((1001, 0, "LONDON DRY GIN 70CL", 18.33, 3.67, 11.20),
@@ -182,11 +136,9 @@ def sale(new_session):
           "count_cash_sales did not rise")
 
     # The receipt, in the Italian wording, went to printouts/ as a PDF.
-    printouts = sorted(os.listdir(os.path.join(s.shop, "printouts")))
+    printouts = s.printouts()
     check(len(printouts) == 1, "printouts holds %r" % printouts)
-    receipt = subprocess.run(["pdftotext", "-layout",
-                              os.path.join(s.shop, "printouts", printouts[0]), "-"],
-                             capture_output=True, text=True, check=True).stdout
+    receipt = pdf_text(printouts[0])
     for words in ("CORNER STORE", "Ricevimento: 1", "LONDON DRY GIN 70CL", "22.00",
                   "CRISPS READY SALTED", "0.84", "Totale: ", "22.84", "Pagamento: Contanti",
                   "Sostituzione del contante: 2.16"):
@@ -196,9 +148,5 @@ def sale(new_session):
           and text_at(language, 80 * 16, 80) == "Rimborso", "language.ini is not the Italian table")
 
 
-def test(new_session):
-    sale(new_session)
-
-
 if __name__ == "__main__":
-    harness.main(test)
+    harness.main(sale)

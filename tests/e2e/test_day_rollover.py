@@ -6,7 +6,6 @@ ends the program with every file as it was."""
 
 import datetime
 import os
-import time
 
 import harness
 from harness import check, put, read_at
@@ -61,16 +60,6 @@ def write_diary(s, page_with_reminder):
         f.write(diary)
 
 
-def wait_for_end(s, timeout=20.0):
-    deadline = time.time() + timeout
-    while s.app.poll() is None and time.time() < deadline:
-        time.sleep(0.2)
-    check(s.app.poll() is not None, "tilo did not end after the cancel")
-    rc = s.app.returncode
-    s.app = None
-    return rc
-
-
 def day_after(new_session):
     s = used_shop(new_session)
     today = datetime.date.today()
@@ -122,7 +111,7 @@ def cancel_at_the_date_box(new_session):
     log = s.file("bun4.dat")
     s.start()
     s.answer(DATE_BOX, key="Escape")
-    check(wait_for_end(s) == 0, "a cancelled start did not end with 0")
+    check(s.ended("the cancel") == 0, "a cancelled start did not end with 0")
     check(s.file("wr.cfg") == cfg, "wr.cfg changed after the cancel")
     check(s.file("bun4.dat") == log, "the log changed after the cancel")
 

@@ -11,9 +11,8 @@ import subprocess
 import time
 
 import harness
-from harness import Failure, check, read_at, text_at
+from harness import FILM_RECORD, check, f32, read_at, text_at
 
-FILM_RECORD = 1874
 ITEM, BUNDLE = 777777, 777778
 SCREENSHOT = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "docs",
                           "screenshots", "item_form_800.png")
@@ -24,24 +23,10 @@ def records(film):
             for at in range(0, len(film), FILM_RECORD)]
 
 
-def f32(value):
-    return struct.unpack("<f", struct.pack("<f", value))[0]
-
-
 def form(s, title):
     wid = s.find_window(title)
     time.sleep(0.5)
     return wid
-
-
-def sell_for_cash(s, wid, number):
-    s.type(wid, str(number))
-    s.key(wid, "Return")
-    s.key(wid, "F5")
-    time.sleep(1.0)
-    s.xdotool("type", "--delay", "60", "5000")
-    s.xdotool("key", "Return")
-    s.answer("Transaction committed, summary")
 
 
 def inventory_menu(s, wid, entry):
@@ -51,11 +36,7 @@ def inventory_menu(s, wid, entry):
 
 def test(new_session):
     s = new_session()
-    s.start()
-    wid = s.find_window("TILO Retail")
-    s.log_on()
-    wid = s.find_window("TILO Retail.*")
-    time.sleep(1.0)
+    wid = s.open_till()
 
     # F4: the number, a description, the prices and a stock of 3, then OK.
     s.key(wid, "F4")
@@ -75,7 +56,8 @@ def test(new_session):
     s.key(item, "Return")
     time.sleep(1.0)
 
-    sell_for_cash(s, wid, ITEM)
+    s.scan(wid, ITEM)
+    s.pay_cash(wid, "5000")
 
     # F3: the price becomes 3.00.
     s.key(wid, "F3")
@@ -113,7 +95,8 @@ def test(new_session):
     time.sleep(0.5)
     s.key(bundle, "Return")
     time.sleep(1.0)
-    sell_for_cash(s, wid, BUNDLE)
+    s.scan(wid, BUNDLE)
+    s.pay_cash(wid, "5000")
 
     # Delete, after "Are you sure?".
     inventory_menu(s, wid, 2)
@@ -148,7 +131,7 @@ def test(new_session):
     check(read_at(b, 822, "f") == 0 and read_at(b, 670, "i") == 0, "a bundle has no price")
 
     today = datetime.date.today()
-    ininvent = s.file("%d/%d/%d/ininvent.dat" % (today.year, today.month, today.day))
+    ininvent = s.file(s.today("ininvent.dat"))
     check(ininvent == struct.pack("<qq", ITEM, 5), "ininvent.dat is %r" % ininvent)
 
     log = s.file("bun4.dat").decode("cp1252")

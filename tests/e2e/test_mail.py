@@ -45,34 +45,15 @@ def menu(s, wid, rights, downs):
     s.key(wid, *(["Right"] * rights + ["Down"] * downs + ["Return"]))
 
 
-def cash_sale(s, wid, item):
-    s.type(wid, item)
-    s.key(wid, "Return")
-    s.key(wid, "F5")
-    deadline = time.time() + 10
-    while s.xdotool("getwindowfocus") == wid and time.time() < deadline:
-        time.sleep(0.2)
-    s.xdotool("type", "--delay", "60", "5000")
-    time.sleep(0.3)
-    s.xdotool("key", "Return")
-    s.answer("Transaction committed, summary")
-
-
 def mail(new_session):
     proc, folder, ports = start_servers()
     s = new_session()
     try:
-        s.start()
-        wid = s.find_window("TILO Retail")
-        s.log_on()
-        time.sleep(1.0)
+        wid = s.open_till()
 
         # Email setup, the third entry of File: the three addresses and the port.
         menu(s, wid, 0, 2)
-        form = s.find_window("Email target")
-        time.sleep(0.3)
-        s.type(form, "127.0.0.1\towner@example.com\ttill@shop.example\t\t%d" % ports["plain"])
-        s.key(form, "Return")
+        s.fill("Email target", "127.0.0.1\towner@example.com\ttill@shop.example\t\t%d" % ports["plain"])
         time.sleep(1.0)
         cfg = s.file("wrmail.cfg")
         check(len(cfg) == 560, "wrmail.cfg is %d bytes" % len(cfg))
@@ -87,7 +68,8 @@ def mail(new_session):
         check(cfg == bytes(expected), "wrmail.cfg differs: %r" % cfg)
 
         # A sale, then Email report (Activity, the fourth entry).
-        cash_sale(s, wid, "1001")
+        s.scan(wid, 1001)
+        s.pay_cash(wid, "5000")
         menu(s, wid, 10, 3)
         message = wait_for(folder, "plain-message")[0].decode("cp1252")
         s.answer("Finished")
@@ -108,18 +90,15 @@ def mail(new_session):
         check(os.path.exists(os.path.join(s.shop, "ES.CSV")), "ES.CSV was not written")
 
         # A server that never answers holds the next mail; the till sells on.
-        cfg = bytearray(cfg)
-        struct.pack_into("<i", cfg, 84, ports["silent"])
-        with open(os.path.join(s.shop, "wrmail.cfg"), "wb") as f:
-            f.write(bytes(cfg))
+        s.edit("wrmail.cfg", lambda cfg: struct.pack_into("<i", cfg, 84, ports["silent"]))
         menu(s, wid, 10, 3)
         wait_for(folder, "silent-connect")
-        cash_sale(s, wid, "2401")
+        s.scan(wid, 2401)
+        s.pay_cash(wid, "5000")
         started = time.time()
         check(s.close() == 0, "tilo did not end cleanly")
         check(time.time() - started < 10, "the close-down waited on the silent server")
-        today = time.localtime()
-        sales = s.file("%d/%d/%d/saleslog.dat" % (today.tm_year, today.tm_mon, today.tm_mday))
+        sales = s.file(s.today("saleslog.dat"))
         check(len(sales) == 2 * 950, "saleslog.dat holds %d bytes" % len(sales))
     finally:
         proc.stdin.close()
@@ -127,9 +106,5 @@ def mail(new_session):
         subprocess.run(["rm", "-rf", folder])
 
 
-def test(new_session):
-    mail(new_session)
-
-
 if __name__ == "__main__":
-    main(test)
+    main(mail)

@@ -5,19 +5,14 @@ sale is paid in cash. The day's sales log must carry the discounted figures and
 the items log the new price, the bag as a line of its own in category 18; the
 pole must have shown the bag as it was added."""
 
-import datetime
 import struct
 import subprocess
 import time
 
 import harness
-from harness import Failure, check, put, text_at
+from harness import Failure, check, f32, put, text_at
 
 ITEM_BOX_BORDER = "#1F4E79"
-
-
-def f32(value):
-    return struct.unpack("<f", struct.pack("<f", value))[0]
 
 
 def item_box_top(s, wid):
@@ -47,31 +42,20 @@ def sale(new_session):
     pole, drawer = s.with_pole_and_drawer(
         lambda cfg: put(cfg, 40674, "i", 0))  # non_inventory_taxable: no
     try:
-        s.start()
-        wid = s.find_window("TILO Retail")
-        s.log_on()
-        s.find_window("TILO Retail    Assoc: 1, Administrator")
-        time.sleep(1.0)
+        wid = s.open_till()
         pole.received(wait=1.0)
-        s.type(wid, "1001")
-        s.key(wid, "Return")
+        s.scan(wid, 1001)
         pole.received()
 
         # Adjust, the last of the sale buttons, 148 below the item box's top.
         top = item_box_top(s, wid)
         s.xdotool("mousemove", "--window", wid, 247 + 34, top + 148 + 20, "click", "1")
-        form = s.find_window("Adjust item price")
-        time.sleep(0.3)
-        s.type(form, "1500")
-        s.key(form, "Return")
+        s.fill("Adjust item price", "1500")
         gone(s, "Adjust item price")
 
         # A bag off the shelf: Ctrl+K, its name, Tab to the price, Enter adds it.
         s.key(wid, "ctrl+k")
-        form = s.find_window("Non inventory sale")
-        time.sleep(0.3)
-        s.type(form, "Bag")
-        s.key(form, "Tab")
+        form = s.fill("Non inventory sale", "Bag", "Tab")
         s.type(form, "0.50")
         s.key(form, "Return")
         got = pole.received()
@@ -80,32 +64,21 @@ def sale(new_session):
         # The menu by keys: Alt, right to Transactions, down to Add discount.
         s.key(wid, "alt", *(["Right"] * 9), "Down")
         s.xdotool("key", "--delay", "60", *(["Down"] * 7), "Return")
-        form = s.find_window("Discount total")
-        time.sleep(0.3)
-        s.type(form, "155")
-        s.key(form, "Return")
+        s.fill("Discount total", "155")
         gone(s, "Discount total")
         pole.received(wait=1.0)
 
         s.key(wid, "F5")
         got = pole.received()
         check(got == b"\x1b\x40Total: 16.65", "the pole showed %r for the total" % got)
-        deadline = time.time() + 10
-        while s.xdotool("getwindowfocus") == wid and time.time() < deadline:
-            time.sleep(0.2)
-        s.xdotool("type", "--delay", "60", "2000")
-        time.sleep(0.3)
-        s.xdotool("key", "Return")
-        s.answer("Transaction committed, summary")
+        s.pay_cash(wid, "2000", press_f5=False)
         time.sleep(1.0)
         check(s.close() == 0, "tilo did not end cleanly")
     finally:
         pole.close()
         drawer.close()
 
-    today = datetime.date.today()
-    day = "%d/%d/%d/" % (today.year, today.month, today.day)
-    sales = s.file(day + "saleslog.dat")
+    sales = s.file(s.today("saleslog.dat"))
     check(len(sales) == 950, "saleslog.dat is %d bytes" % len(sales))
     figures = struct.unpack_from("<8f", sales, 32)
     # The discount shared out: 0.05 of it off the bag, the rest off the taxed
@@ -115,7 +88,7 @@ def sale(new_session):
     check(figures == expected, "saleslog.dat holds %r, not %r" % (figures, expected))
     check(struct.unpack_from("<i", sales, 28)[0] == 2, "the sale does not have two lines")
 
-    items = s.file(day + "itemslog.dat")
+    items = s.file(s.today("itemslog.dat"))
     check(len(items) == 208, "itemslog.dat is %d bytes" % len(items))
     for at, (number, category, description, untaxed, taxed, tax, cost, total) in zip(
             (0, 104), ((1001, 0, "LONDON DRY GIN 70CL", 0.0, 15.00, 3.00, 11.20, 18.00),
@@ -129,9 +102,5 @@ def sale(new_session):
         check(got == want, "line of %s holds %r, not %r" % (description, got, want))
 
 
-def test(new_session):
-    sale(new_session)
-
-
 if __name__ == "__main__":
-    harness.main(test)
+    harness.main(sale)

@@ -7,46 +7,13 @@ and all. With TILO_SCREENSHOTS set, the "Transaction" form is kept there."""
 import glob
 import os
 import struct
-import subprocess
 import time
 
 import harness
-from harness import check, put
+from harness import barcode, check, pdf_text, put, stock_of, wait_for
 
 SALE = 950
 LINE = 104
-FILM = 1874
-
-
-def pdf_text(path):
-    return subprocess.run(["pdftotext", "-layout", path, "-"], capture_output=True,
-                          text=True, check=True).stdout
-
-
-def printouts(s):
-    return sorted(glob.glob(os.path.join(s.shop, "printouts", "*.pdf")))
-
-
-def wait_for(condition, what, timeout=15.0):
-    deadline = time.time() + timeout
-    while time.time() < deadline:
-        if condition():
-            return
-        time.sleep(0.2)
-    raise harness.Failure("no %s within %.0f s" % (what, timeout))
-
-
-def day_file(s, name):
-    (path,) = glob.glob(os.path.join(s.shop, "[0-9]*", "[0-9]*", "[0-9]*", name))
-    return open(path, "rb").read()
-
-
-def quantity(s, number):
-    film = s.file("film.dat")
-    for at in range(0, len(film), FILM):
-        if struct.unpack_from("<q", film, at)[0] == number:
-            return struct.unpack_from("<i", film, at + 670)[0]
-    raise harness.Failure("item %d not in film.dat" % number)
 
 
 def refunded(sale, number, sequence):
@@ -63,42 +30,20 @@ def refunded(sale, number, sequence):
     return bytes(r)
 
 
-def keep(s, wid, name):
-    folder = os.environ.get("TILO_SCREENSHOTS")
-    if folder:
-        os.makedirs(folder, exist_ok=True)
-        shot = os.path.join(s.tmp, "screen.png")
-        s.screenshot(shot)
-        x, y, w, h = s.geometry(wid)
-        subprocess.run(["convert", shot, "-crop", "%dx%d+%d+%d" % (w, h, x, y), "+repage",
-                        os.path.join(folder, name)], check=True)
-
-
 def test(new_session):
     s = new_session()
-    cfg = bytearray(s.file("wr.cfg"))
-    put(cfg, 40150, "i", 1)  # auto_receipt: "Till receipt"
-    put(cfg, 40650, "i", 2)  # receipt_barcode
-    with open(os.path.join(s.shop, "wr.cfg"), "wb") as f:
-        f.write(bytes(cfg))
-    stock = quantity(s, 1001)
+    s.edit("wr.cfg", lambda cfg: (put(cfg, 40150, "i", 1),   # auto_receipt: "Till receipt"
+                                  put(cfg, 40650, "i", 2)))  # receipt_barcode
+    stock = stock_of(s.file("film.dat"), 1001)
 
-    s.start()
-    s.find_window("TILO Retail")
-    s.log_on()
     title = "TILO Retail    Assoc: 1, Administrator"
-    wid = s.find_window(title)
+    wid = s.open_till()
 
     # Transaction 1: 22.00 paid exactly.
-    s.type(wid, "1001")
-    s.key(wid, "Return")
-    s.key(wid, "F5")
-    time.sleep(1.0)
-    s.xdotool("type", "--delay", "60", "2200")
-    s.xdotool("key", "Return")
-    s.answer("Transaction committed, summary")
-    wait_for(lambda: len(printouts(s)) == 1, "till receipt")
-    check(quantity(s, 1001) == stock - 1, "the sale did not take the item from stock")
+    s.scan(wid, 1001)
+    s.pay_cash(wid, "2200")
+    wait_for(lambda: len(s.printouts()) == 1, "till receipt")
+    check(stock_of(s.file("film.dat"), 1001) == stock - 1, "the sale did not take the item from stock")
 
     # The same item back: the Refund button, then OK on the refund form (cash,
     # back to stock).
@@ -108,10 +53,10 @@ def test(new_session):
     time.sleep(0.5)
     s.xdotool("mousemove", "--window", wid, 206, 297, "click", "1")
     s.answer("Refund")
-    wait_for(lambda: len(day_file(s, "saleslog.dat")) == 2 * SALE, "refund in the sales log")
-    check(quantity(s, 1001) == stock, "the refund did not put the item back in stock")
+    wait_for(lambda: len(s.file(s.today("saleslog.dat"))) == 2 * SALE, "refund in the sales log")
+    check(stock_of(s.file("film.dat"), 1001) == stock, "the refund did not put the item back in stock")
 
-    sales, items = day_file(s, "saleslog.dat"), day_file(s, "itemslog.dat")
+    sales, items = s.file(s.today("saleslog.dat")), s.file(s.today("itemslog.dat"))
     sale, refund = sales[:SALE], sales[SALE:]
     got, want = refund[:124] + bytes(40) + refund[164:], refunded(sale, 2, 2)
     check(got == want, "the refund's record is not the sale's negated, from byte %s" %
@@ -130,26 +75,20 @@ def test(new_session):
     # F11, transaction 1, "Till receipt" (four back from OK), then OK.
     wid = s.find_window(title)
     s.key(wid, "F11")
-    prompt = s.find_window("Display transaction")
-    time.sleep(0.3)
-    s.type(prompt, "1")
-    s.key(prompt, "Return")
+    s.fill("Display transaction", "1")
     form = s.find_window("Transaction")
     time.sleep(0.5)
-    keep(s, form, "transaction-form.png")
+    s.keep(form, "transaction-form.png")
     s.key(form, "shift+Tab", "shift+Tab", "shift+Tab", "shift+Tab", "space")
-    wait_for(lambda: len(printouts(s)) == 2, "reprint")
+    wait_for(lambda: len(s.printouts()) == 2, "reprint")
     s.key(form, "Return")
     check(s.close() == 0, "tilo did not end cleanly")
 
-    first, reprint = printouts(s)
+    first, reprint = s.printouts()
     check(pdf_text(reprint) == pdf_text(first),
           "the reprint differs:\n%s\n---\n%s" % (pdf_text(first), pdf_text(reprint)))
     check("Receipt: 1" in pdf_text(first), "the receipt is not transaction 1's")
-    png = os.path.join(s.tmp, "reprint")
-    subprocess.run(["pdftoppm", "-r", "200", "-png", "-singlefile", reprint, png], check=True)
-    code = subprocess.run(["zbarimg", "--quiet", "--raw", png + ".png"], capture_output=True,
-                          text=True).stdout.strip()
+    code = barcode(reprint, os.path.join(s.tmp, "reprint"))
     check(code == "0001", "the reprint's barcode reads %r" % code)
 
 

@@ -6,27 +6,12 @@ its end. With TILO_SCREENSHOTS set, the report window and the progress box are
 kept there."""
 
 import datetime
-import glob
 import os
-import struct
-import subprocess
 import threading
 import time
 
 import harness
-from harness import Failure, check, read_at
-
-
-def keep(s, name, wid):
-    folder = os.environ.get("TILO_SCREENSHOTS")
-    if not folder:
-        return
-    os.makedirs(folder, exist_ok=True)
-    png = os.path.join(s.tmp, "screen.png")
-    s.screenshot(png)
-    x, y, w, h = s.geometry(wid)
-    subprocess.run(["convert", png, "-crop", "%dx%d+%d+%d" % (w, h, x, y), "+repage",
-                    os.path.join(folder, name)], check=True)
+from harness import check, pdf_text, read_at, wait_for
 
 
 def gone(s, pattern, wait):
@@ -52,22 +37,11 @@ def reports(new_session):
     s = new_session()
     today = datetime.date.today()
     try:
-        s.start()
-        wid = s.find_window("TILO Retail")
-        s.log_on()
-        time.sleep(1.0)
-        s.type(wid, "1001")
-        s.key(wid, "Return")
+        wid = s.open_till()
+        s.scan(wid, 1001)
+        s.pay_cash(wid, "5000")
         time.sleep(0.5)
-        s.key(wid, "F5")
-        time.sleep(1.0)
-        s.xdotool("type", "--delay", "60", "5000")
-        time.sleep(0.3)
-        s.xdotool("key", "Return")
-        s.answer("Transaction committed, summary")
-        time.sleep(0.5)
-        day = "%d/%d/%d" % (today.year, today.month, today.day)
-        sales = s.file(day + "/saleslog.dat")
+        sales = s.file(s.today("saleslog.dat"))
         check(len(sales) == 950, "the sale was not logged")
         total = "%.2f" % read_at(sales, 56, "f")
 
@@ -75,18 +49,12 @@ def reports(new_session):
         open_sales_report(s, wid, False)
         report = s.find_window("Sales report: .*")
         time.sleep(1.0)
-        keep(s, "sales-report.png", report)
+        s.keep(report, "sales-report.png")
         s.key(report, "alt+p")
         s.answer("Print")
-        deadline = time.time() + 10
-        pdfs = []
-        while not pdfs and time.time() < deadline:
-            time.sleep(0.3)
-            pdfs = glob.glob(os.path.join(s.shop, "printouts", "*.pdf"))
-        check(pdfs, "the report printed no PDF")
+        wait_for(lambda: s.printouts(), "PDF of the report", 10)
         time.sleep(1.0)
-        text = subprocess.run(["pdftotext", "-layout", pdfs[0], "-"], capture_output=True,
-                              text=True).stdout
+        text = pdf_text(s.printouts()[0])
         check("Sales report: " in text and total in text.split("Total")[-1],
               "the printout lacks the sale's total %s:\n%s" % (total, text))
         s.key(report, "Return")
@@ -100,7 +68,7 @@ def reports(new_session):
         open_sales_report(s, wid, True)
         box = s.find_window("Sales report")
         time.sleep(0.5)
-        keep(s, "sales-report-progress.png", box)
+        s.keep(box, "sales-report-progress.png")
         # The screen still paints: the main window answers while the walk waits.
         s.geometry(wid)
         s.answer("Sales report", "Escape")

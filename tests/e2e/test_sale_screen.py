@@ -26,35 +26,20 @@ def darkness(png, box):
     return float(out.stdout)
 
 
-def keep(png, name, window):
-    """The window's part of a screenshot, kept when TILO_SCREENSHOTS names a folder."""
-    folder = os.environ.get("TILO_SCREENSHOTS")
-    if folder:
-        os.makedirs(folder, exist_ok=True)
-        x, y, w, h = window
-        subprocess.run(["convert", png, "-crop", "%dx%d+%d+%d" % (w, h, x, y), "+repage",
-                        os.path.join(folder, name)], check=True)
-
-
 def sell_at(new_session, screen, name, list_box):
     s = new_session(screen=screen)
     pole, drawer = set_up_devices(s)
     try:
-        s.start()
-        wid = s.find_window("TILO Retail")
-        s.log_on()
-        s.find_window("TILO Retail    Assoc: 1, Administrator")
+        wid = s.open_till()
         x, y, w, h = s.geometry(wid)
         # The greeting at the start of the sale screen.
         check(pole.received() == b"\x1b\x40WELCOME", "no greeting on the pole")
         time.sleep(1.0)
         before = os.path.join(s.tmp, "before.png")
         s.screenshot(before)
-        s.type(wid, "1001")
-        s.key(wid, "Return")
+        s.scan(wid, 1001)
         check(pole.received() == b"\x1b\x40LONDON DRY G  22.00", "the pole did not show the item")
-        s.type(wid, "2401")
-        s.key(wid, "Return")
+        s.scan(wid, 2401)
         check(pole.received() == b"\x1b\x40CRISPS READY  0.84", "the pole did not show the second item")
         s.key(wid, "F8")
         check(drawer.received() == b"\x07\x07", "F8 did not open the drawer")
@@ -64,7 +49,7 @@ def sell_at(new_session, screen, name, list_box):
         region = (x + list_box[0], y + list_box[1], list_box[2], list_box[3])
         check(darkness(after, region) > darkness(before, region) + 0.02,
               "no basket rows appeared in the list")
-        keep(after, name, (x, y, w, h))
+        s.keep(wid, name, after)
         check(s.close() == 0, "tilo did not end cleanly")
     finally:
         pole.close()

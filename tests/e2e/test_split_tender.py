@@ -5,23 +5,16 @@ split with the card declined writes nothing and opens no drawer, and the basket
 is then paid by "CH" with no card part riding along. Requests, drawer bytes,
 logs, the day's totals and the receipts are read back."""
 
-import datetime
 import os
 import re
 import subprocess
 import time
 
 import harness
-from harness import check, put, put_text, read_at, text_at
+from harness import check, pdf_text, put, put_text, read_at, text_at
 
 # 12.50 + 12.50 + 3.10 + 1.90, none of them taxed.
-BASKET = ("1502", "1502", "1503", "2002")
-
-
-def sell(s, wid):
-    for number in BASKET:
-        s.type(wid, number)
-        s.key(wid, "Return")
+BASKET = (1502, 1502, 1503, 2002)
 
 
 def payments(s, wid, entry):
@@ -31,10 +24,7 @@ def payments(s, wid, entry):
 
 def split(s, wid, cash, tendered):
     payments(s, wid, 4)  # "Split Cash Other", the card ticked
-    form = s.find_window("Split payment")
-    time.sleep(0.3)
-    s.type(form, cash)
-    s.key(form, "Return")
+    s.fill("Split payment", cash)
     time.sleep(0.8)
     s.xdotool("type", "--delay", "60", tendered)
     time.sleep(0.3)
@@ -61,13 +51,10 @@ def test(new_session):
         [os.path.join(os.path.dirname(s.newshop), "tilo-cardsim"), card, "--delay", "1500",
          "--reply", "0", "--reply", "4"], stdout=sim_out, stderr=subprocess.STDOUT)
     try:
-        s.start()
-        wid = s.find_window("TILO Retail")
-        s.log_on()
-        time.sleep(1.0)
+        wid = s.open_till()
 
         # 10.00 cash handed over exactly, 20.00 on the card: approved.
-        sell(s, wid)
+        s.scan(wid, *BASKET)
         split(s, wid, "1000", "1000")
         s.find_window("Waiting for the card terminal")
         s.answer("Transaction committed, summary")
@@ -75,7 +62,7 @@ def test(new_session):
         check(got == b"\x07\x07", "the drawer got %r for the split" % got)
 
         # The same split declined: the terminal's word, no drawer, the basket kept.
-        sell(s, wid)
+        s.scan(wid, *BASKET)
         split(s, wid, "1000", "1000")
         s.answer("Not authorized", timeout=30)
         got = drawer.received(wait=1.5)
@@ -100,8 +87,7 @@ def test(new_session):
     check(requests == [b"1=1\n2=0\n3=20.00\n99=0", b"1=2\n2=0\n3=20.00\n99=0"],
           "the requests were %r" % requests)
 
-    today = datetime.date.today()
-    sales = s.file("%d/%d/%d/saleslog.dat" % (today.year, today.month, today.day))
+    sales = s.file(s.today("saleslog.dat"))
     check(len(sales) == 2 * 950, "saleslog.dat holds %d bytes" % len(sales))
     for at, number, kind, parts in ((0, 1, "Split", (10.0, 20.0, 0.0)),
                                     (950, 2, "CH", (0.0, 0.0, 30.0))):
@@ -130,13 +116,11 @@ def test(new_session):
         check(got == rise, "%s rose by %r" % (name, got))
 
     # The two receipts, in the order printed.
-    folder = os.path.join(s.shop, "printouts")
-    printouts = sorted(os.listdir(folder), key=lambda n: os.path.getmtime(os.path.join(folder, n)))
+    printouts = s.printouts()
     check(len(printouts) == 2, "printouts holds %r" % printouts)
     for name, words in zip(printouts, (("Receipt: 1", "Payment: EFT with cash"),
                                        ("Receipt: 2", "Payment: Cheque"))):
-        receipt = subprocess.run(["pdftotext", "-layout", os.path.join(folder, name), "-"],
-                                 capture_output=True, text=True, check=True).stdout
+        receipt = pdf_text(name)
         for word in words + ("COFFEE BEANS 1KG", "APPLES BAG OF 6", "30.00"):
             check(word in receipt, "receipt %s lacks %r:\n%s" % (name, word, receipt))
 

@@ -5,7 +5,6 @@ second start kept out, and a close-down that writes everything back."""
 import datetime
 import os
 import subprocess
-import time
 
 import harness
 from harness import check, read_at, text_at
@@ -47,8 +46,7 @@ def large_screen(new_session):
     check("Switched on.\r\n" in log, "no 'Switched on.' entry")
     check("Switched off.\r\nClerk: " in log, "no 'Switched off.' entry with the clerk")
     check(log.index("Switched on.") < log.index("Switched off."), "log entries out of order")
-    daily = "%d/%d/%d/thedaily.dat" % (today.year, today.month, today.day)
-    check(s.exists(daily), "no %s" % daily)
+    check(s.exists(s.today("thedaily.dat")), "no thedaily.dat for today")
 
     # A second run reads back what the first saved: no first run again.
     s.start()
@@ -76,11 +74,8 @@ def broken_shop(new_session):
     before = {n: s.file(n) for n in os.listdir(s.shop)}
     s.start()
     s.answer("Fatal error")
-    deadline = time.time() + 20
-    while s.app.poll() is None and time.time() < deadline:
-        time.sleep(0.2)
-    check(s.app.returncode == 0, "failed start returned %s" % s.app.returncode)
-    s.app = None
+    rc = s.ended("a failed start")
+    check(rc == 0, "failed start returned %s" % rc)
     after = {n: s.file(n) for n in os.listdir(s.shop)}
     check(before == after, "a failed start changed the shop's files")
 

@@ -5,34 +5,13 @@ which saves wr.cfg at once and logs the change in bun4.dat. The chart is
 photographed (kept when TILO_SCREENSHOTS names a folder)."""
 
 import datetime
-import glob
-import os
 import struct
-import subprocess
 import time
 
 import harness
-from harness import check, put
+from harness import check, pdf_text, put, wait_for
 
 TAKINGS = 7946  # takings_history[0] in wr.cfg
-
-
-def keep(s, png, name, wid):
-    folder = os.environ.get("TILO_SCREENSHOTS")
-    if folder:
-        os.makedirs(folder, exist_ok=True)
-        x, y, w, h = s.geometry(wid)
-        subprocess.run(["convert", png, "-crop", "%dx%d+%d+%d" % (w, h, x, y), "+repage",
-                        os.path.join(folder, name)], check=True)
-
-
-def wait_for(condition, what, timeout=15.0):
-    deadline = time.time() + timeout
-    while time.time() < deadline:
-        if condition():
-            return
-        time.sleep(0.2)
-    raise harness.Failure("no %s within %.0f s" % (what, timeout))
 
 
 def slot(s, k):
@@ -56,16 +35,12 @@ def test(new_session):
     # A shop that trades more at weekends and in December, shut for two weeks in
     # the summer.
     today = datetime.date.today()
-    cfg = bytearray(s.file("wr.cfg"))
-    for k in range(1, 372):
-        put(cfg, TAKINGS + 8 * k, "d", takings(today - datetime.timedelta(days=k)))
-    with open(os.path.join(s.shop, "wr.cfg"), "wb") as f:
-        f.write(bytes(cfg))
 
-    s.start()
-    s.find_window("TILO Retail")
-    s.log_on()
-    wid = s.find_window("TILO Retail    Assoc: 1, .*")
+    def seed(cfg):
+        for k in range(1, 372):
+            put(cfg, TAKINGS + 8 * k, "d", takings(today - datetime.timedelta(days=k)))
+    s.edit("wr.cfg", seed)
+    wid = s.open_till()
 
     # Reports > Takings: the date prompt offers 14 days ago; the list follows.
     reports_entry(s, wid, 7)
@@ -78,15 +53,11 @@ def test(new_session):
     reports_entry(s, wid, 6)
     graph = s.find_window("Weekly takings average")
     time.sleep(1.0)
-    shot = os.path.join(s.tmp, "graph.png")
-    s.screenshot(shot)
-    keep(s, shot, "takings-graph.png", graph)
+    s.keep(graph, "takings-graph.png")
     s.key(graph, "Tab", "space")  # from OK to Print
     s.answer("Print")
-    pdfs = lambda: glob.glob(os.path.join(s.shop, "printouts", "*.pdf"))
-    wait_for(lambda: len(pdfs()) == 1, "chart printout")
-    text = subprocess.run(["pdftotext", "-layout", pdfs()[0], "-"], capture_output=True,
-                          text=True, check=True).stdout
+    wait_for(lambda: len(s.printouts()) == 1, "chart printout")
+    text = pdf_text(s.printouts()[0])
     check(text.count("\f") == 1, "the chart printed on more than one page")
     check("Weekly takings average" in text and "Dec" in text, "the chart printout:\n" + text)
     s.key(graph, "Escape")

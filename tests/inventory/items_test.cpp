@@ -345,12 +345,6 @@ TEST_F(InventoryTest, ReadyReckonerTakesTheTaxOutOfAPrice) {
   EXPECT_EQ(Readyreckoner("12.00", false, true), std::nullopt);
 }
 
-}  // namespace
-}  // namespace tilo
-
-namespace tilo {
-namespace {
-
 TEST_F(InventoryTest, QuickSelectFollowsEveryAddAmendAndDelete) {
   WatchInventory();
   S().current_category = 3;

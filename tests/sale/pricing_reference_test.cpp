@@ -228,16 +228,7 @@ TEST_F(PricingReferenceTest, CommaDecimalSeparatorChangesNoTotal) {
     scenarios.push_back(RandomScenario(rng, S()));
     expected.push_back(Expected(scenarios.back()));
   }
-  // A locale whose decimal separator is a comma, built in the test's folder.
-  WriteBytes("comma.src",
-             "LC_CTYPE\ncopy \"POSIX\"\nEND LC_CTYPE\nLC_COLLATE\ncopy \"POSIX\"\nEND LC_COLLATE\n"
-             "LC_MONETARY\ncopy \"POSIX\"\nEND LC_MONETARY\nLC_TIME\ncopy \"POSIX\"\nEND LC_TIME\n"
-             "LC_MESSAGES\ncopy \"POSIX\"\nEND LC_MESSAGES\nLC_NUMERIC\ndecimal_point \",\"\n"
-             "thousands_sep \".\"\ngrouping 3;3\nEND LC_NUMERIC\n");
-  std::filesystem::create_directories("locales");
-  (void)std::system("localedef -c -i comma.src -f ANSI_X3.4-1968 locales/xx_COMMA >/dev/null 2>&1");
-  setenv("LOCPATH", (folder_ + "/locales").c_str(), 1);
-  ASSERT_NE(std::setlocale(LC_ALL, "xx_COMMA"), nullptr)
+  ASSERT_TRUE(UseCommaLocale())
       << "localedef could not build a comma locale (the locales package is needed)";
   char probe[32];
   std::snprintf(probe, sizeof probe, "%.2f", 1.5);
@@ -247,8 +238,7 @@ TEST_F(PricingReferenceTest, CommaDecimalSeparatorChangesNoTotal) {
     if (!Matches(expected[k], int(k))) differ = int(k);
   }
   const std::string shown = Totalspanel().total + MoneyText(2.5);
-  std::setlocale(LC_ALL, "C");
-  unsetenv("LOCPATH");
+  UseCLocale();
   EXPECT_STREQ(probe, "1,50");  // the locale really was in force
   EXPECT_EQ(differ, -1);
   EXPECT_EQ(shown.find(','), std::string::npos);

@@ -23,6 +23,12 @@ class ShopTest : public ::testing::Test {
   static std::string Bytes(const std::string& path);
   static void WriteBytes(const std::string& path, const std::string& bytes);
 
+  // Builds a locale whose decimal separator is a comma in the test's folder and
+  // puts it in force; false when it cannot (the locales package is needed).
+  bool UseCommaLocale();
+  // Back to the C locale.
+  static void UseCLocale();
+
  protected:
   ScriptedPlatform platform_;
   std::string folder_;
@@ -30,5 +36,8 @@ class ShopTest : public ::testing::Test {
  private:
   std::string previous_folder_;
 };
+
+// What a shell command writes to its standard output ("" when it cannot run).
+std::string Shell(const std::string& command);
 
 }  // namespace tilo

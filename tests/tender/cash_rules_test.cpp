@@ -67,7 +67,7 @@ TEST(CashAmounts, TheChangeShownWhileTyping) {
   EXPECT_EQ(Amounttext("12345678901234567890", false), "12345678901234567.89");  // 19 read
 }
 
-TEST(CashAmounts, OkTakesTheChangeAsShown) {
+TEST(CashAmounts, OkTakesTheChangeAsShownAndTheButtonsTheirAmount) {
   auto ok = Cashok("1000", Livechange("1000", 10.00f).text, 10.00f);
   ASSERT_TRUE(ok);
   EXPECT_EQ(ok->change_due, 0.0);
@@ -87,9 +87,8 @@ TEST(CashAmounts, OkTakesTheChangeAsShown) {
   EXPECT_FALSE(Cashok("", "0.00", 0.00f));  // nothing typed is short, even of nothing
   EXPECT_FALSE(Cashok("999", "", 10.00f));
   EXPECT_TRUE(Cashok("029", "0.00", 0.29f));  // the total's two decimals, not its float
-}
 
-TEST(CashAmounts, NoteAndExactButtons) {
+  // The note and exact buttons.
   auto paid = Cashnote(5.00, 5.00f);
   ASSERT_TRUE(paid);
   EXPECT_EQ(paid->change_due, 0.0);

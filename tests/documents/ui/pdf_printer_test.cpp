@@ -20,17 +20,6 @@
 namespace tilo {
 namespace {
 
-std::string Shell(const std::string& command) {
-  std::string out;
-  FILE* p = popen(command.c_str(), "r");
-  if (!p) return out;
-  char buf[4096];
-  size_t n;
-  while ((n = fread(buf, 1, sizeof buf, p)) > 0) out.append(buf, n);
-  pclose(p);
-  return out;
-}
-
 // The page rendered at 50 dots per inch.
 QImage Render(const std::string& pdf, int page) {
   const std::string stem = "page";

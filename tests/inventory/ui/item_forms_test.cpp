@@ -129,16 +129,6 @@ class PdfService : public QtPrintService {
   QtPrintTarget* last = nullptr;
 };
 
-std::string Shell(const std::string& command) {
-  std::string out;
-  FILE* p = popen(command.c_str(), "r");
-  char buf[4096];
-  size_t n;
-  while (p && (n = fread(buf, 1, sizeof buf, p)) > 0) out.append(buf, n);
-  if (p) pclose(p);
-  return out;
-}
-
 TEST_F(ItemFormsTest, ReceiptsReportPrintsHeadingAndPages) {
   SetField(G().heading.site_name, "CORNER SHOP");
   FilmRecord r{};

@@ -11,43 +11,26 @@
 #include <QPushButton>
 #include <QTimer>
 
-#include "app/ui/main_window.h"
 #include "core/activity_log.h"
 #include "core/state.h"
 #include "sale/commands.h"
-#include "support/shop_fixture.h"
+#include "support/window_fixture.h"
 
 namespace tilo {
 namespace {
 
-class ActivityFormsTest : public ShopTest {
+class ActivityFormsTest : public WindowTest {
  protected:
   void SetUp() override {
-    ShopTest::SetUp();
-    MakeFreshShop();
+    WindowTest::SetUp();
     platform_.set_now(2025, 1, 3, 9, 30);
-    window_ = std::make_unique<MainWindow>(DesktopSize{1280, 1024});
-    ASSERT_TRUE(window_->opened());
-  }
-  void TearDown() override {
-    window_.reset();
-    ShopTest::TearDown();
+    OpenWindow();
   }
   // Runs `look` on the modal form that `command` opens, then closes it.
   template <typename Form, typename Look>
   void WithForm(Command command, Look look) {
-    bool seen = false;
-    QTimer::singleShot(0, [&] {
-      auto* form = qobject_cast<Form*>(QApplication::activeModalWidget());
-      ASSERT_NE(form, nullptr);
-      seen = true;
-      look(*form);
-      form->accept();
-    });
-    Dispatch(command);
-    EXPECT_TRUE(seen);
+    WithModal<Form>(command, look, [](Form& form) { form.accept(); });
   }
-  std::unique_ptr<MainWindow> window_;
 };
 
 TEST_F(ActivityFormsTest, F12ShowsTheStatusScreen) {

@@ -23,17 +23,15 @@
 #include "sale/ui/help_window.h"
 #include "sale/ui/sale_screen.h"
 #include "sale/ui/till_widgets.h"
-#include "support/shop_fixture.h"
-#include "tender/ui/clerk_forms.h"
+#include "support/window_fixture.h"
 
 namespace tilo {
 namespace {
 
-class SaleScreenTest : public ShopTest {
+class SaleScreenTest : public WindowTest {
  protected:
   void SetUp() override {
-    ShopTest::SetUp();
-    MakeFreshShop();
+    WindowTest::SetUp();
     ASSERT_TRUE(Opensettings());
     ASSERT_TRUE(G().films.Load());
     for (int n = 1; n <= 20; ++n) {
@@ -47,22 +45,8 @@ class SaleScreenTest : public ShopTest {
     }
     ResetState();
   }
-  void TearDown() override {
-    window_.reset();
-    ClearHandlers();
-    ShopTest::TearDown();
-  }
-
   MainWindow& Open(DesktopSize desktop = {1280, 1024}) {
-    window_ = std::make_unique<MainWindow>(desktop);
-    EXPECT_TRUE(window_->opened());
-    window_->afterSplash();
-    // The Administrator logs on through the form that afterSplash forces.
-    if (LogonDialog* logon = Openlogonform()) {
-      logon->password()->setText("7351");
-      logon->ok()->click();
-    }
-    QApplication::processEvents();
+    OpenWindow(true, desktop);
     platform_.clear_record();
     return *window_;
   }
@@ -89,7 +73,6 @@ class SaleScreenTest : public ShopTest {
   }
   int ClientHeight() const { return window_->height() - window_->menuBar()->height(); }
 
-  std::unique_ptr<MainWindow> window_;
   std::vector<std::pair<Command, int>> came_;
 };
 

@@ -14,7 +14,6 @@
 #include <QPushButton>
 #include <QTest>
 
-#include "app/ui/main_window.h"
 #include "core/inventory.h"
 #include "core/settings.h"
 #include "core/state.h"
@@ -22,19 +21,17 @@
 #include "sale/basket.h"
 #include "sale/commands.h"
 #include "sale/pricing.h"
-#include "support/shop_fixture.h"
-#include "tender/ui/clerk_forms.h"
+#include "support/window_fixture.h"
 
 namespace tilo {
 namespace {
 
 using ::testing::ElementsAre;
 
-class AdjustFormsTest : public ShopTest {
+class AdjustFormsTest : public WindowTest {
  protected:
   void SetUp() override {
-    ShopTest::SetUp();
-    MakeFreshShop();
+    WindowTest::SetUp();
     ASSERT_TRUE(Opensettings());
     ASSERT_TRUE(G().films.Load());
     FilmRecord r{};
@@ -45,14 +42,7 @@ class AdjustFormsTest : public ShopTest {
     r.quantity = 9;
     ASSERT_TRUE(Insertnumber(r));
     ResetState();
-    window_ = std::make_unique<MainWindow>(DesktopSize{1280, 1024});
-    window_->afterSplash();
-    if (LogonDialog* logon = Openlogonform()) {
-      logon->password()->setText("7351");
-      logon->ok()->click();
-    }
-    window_->show();
-    QApplication::processEvents();
+    OpenWindow(true);
     G().item_text = "1001";
     Addtobasket(1001, 0);
     platform_.clear_record();
@@ -60,9 +50,7 @@ class AdjustFormsTest : public ShopTest {
   void TearDown() override {
     for (QWidget* w : QApplication::topLevelWidgets())
       if (qobject_cast<PriceChangeForm*>(w)) delete w;
-    window_.reset();
-    ClearHandlers();
-    ShopTest::TearDown();
+    WindowTest::TearDown();
   }
   void Press(const char* button) {
     auto* b = window_->findChild<QAbstractButton*>(button);
@@ -77,8 +65,6 @@ class AdjustFormsTest : public ShopTest {
     return nullptr;
   }
   static void Settle() { QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
-
-  std::unique_ptr<MainWindow> window_;
 };
 
 TEST_F(AdjustFormsTest, ThePriceFormSitsOverTheTillAndKeepsTheFocusUntilOk) {

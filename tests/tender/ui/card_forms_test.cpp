@@ -3,48 +3,29 @@
 
 #include <gtest/gtest.h>
 
-#include <QApplication>
 #include <QPushButton>
-#include <QTimer>
 
-#include "app/ui/main_window.h"
 #include "core/state.h"
 #include "sale/basket.h"
 #include "sale/commands.h"
-#include "support/shop_fixture.h"
+#include "support/window_fixture.h"
 
 namespace tilo {
 namespace {
 
-class CardFormsTest : public ShopTest {
+class CardFormsTest : public WindowTest {
  protected:
   void SetUp() override {
-    ShopTest::SetUp();
-    MakeFreshShop();
-    window_ = std::make_unique<MainWindow>(DesktopSize{1280, 1024});
-    ASSERT_TRUE(window_->opened());
-    window_->show();
-  }
-  void TearDown() override {
-    window_.reset();
-    ShopTest::TearDown();
+    WindowTest::SetUp();
+    OpenWindow();
   }
   // Runs the command and hands the modal box it opens to `look`, then cancels it.
   template <typename Look>
   void Opened(Command command, Look look) {
-    bool seen = false;
-    QTimer::singleShot(0, [&] {
-      QWidget* box = QApplication::activeModalWidget();
-      ASSERT_NE(box, nullptr);
-      seen = true;
-      look(box);
-      box->findChild<QPushButton*>("cancel")->click();
-    });
-    Dispatch(command);
-    EXPECT_TRUE(seen);
+    WithModal<QWidget>(
+        command, [&](QWidget& box) { look(&box); },
+        [](QWidget& box) { box.findChild<QPushButton*>("cancel")->click(); });
   }
-
-  std::unique_ptr<MainWindow> window_;
 };
 
 TEST_F(CardFormsTest, ThePaymentBoxShowsTheButtonsTheSettingsPermit) {

@@ -71,11 +71,6 @@ TEST_F(CashFormTest, OpensOnTheTotalWithTheNoteButtonsAndTheFocusInTendered) {
   EXPECT_TRUE(form_->change()->text().isEmpty());
   EXPECT_EQ(TenderAmountField(), form_->tendered());
   EXPECT_EQ(G().tender_form_open, 2);
-  // An empty basket opens nothing.
-  Finishcash(Cashexact(B().total));
-  Settle();
-  Cashcommand();
-  EXPECT_THAT(platform_.shown(), ElementsAre("Problem: Please select items"));
 }
 
 TEST_F(CashFormTest, TheChangeFollowsTheTypingInColour) {
@@ -96,23 +91,13 @@ TEST_F(CashFormTest, TheChangeFollowsTheTypingInColour) {
   EXPECT_EQ(form_->change()->text(), "67.50");
 }
 
-TEST_F(CashFormTest, OkShortOfTheTotalKeepsTheFormAndEnterCommits) {
+// Enter on enough money commits: the cash-sale run of the real program types it.
+TEST_F(CashFormTest, OkShortOfTheTotalKeepsTheForm) {
   Open({1001});
   QTest::keyClick(form_->tendered(), Qt::Key_Return);
   EXPECT_THAT(platform_.shown(), ElementsAre("Problem: Less than total"));
   ASSERT_TRUE(form_);
   EXPECT_TRUE(form_->isVisible());
-
-  QTest::keyClicks(form_->tendered(), "500");
-  QTest::keyClick(form_->tendered(), Qt::Key_Return);
-  Settle();
-  EXPECT_FALSE(form_);
-  EXPECT_EQ(box_.opened, 1);
-  EXPECT_EQ(B().line_count, 0);
-  EXPECT_EQ(G().tender_form_open, 0);
-  EXPECT_DOUBLE_EQ(G().change_due, 0.50);
-  EXPECT_DOUBLE_EQ(G().amount_tendered, 5.00);
-  EXPECT_EQ(TenderAmountField(), nullptr);
 }
 
 TEST_F(CashFormTest, EscapeCancelsAndTheBasketStays) {
@@ -131,9 +116,12 @@ TEST_F(CashFormTest, EscapeCancelsAndTheBasketStays) {
     if (auto* f = qobject_cast<CashForm*>(w); f && f->isVisible()) form_ = f;
   form_->note(0)->click();  // 5.00 on a total of 4.50
   Settle();
+  EXPECT_FALSE(form_);
   EXPECT_DOUBLE_EQ(G().amount_tendered, 5.00);
   EXPECT_DOUBLE_EQ(G().change_due, 0.50);
   EXPECT_EQ(box_.opened, 1);
+  EXPECT_EQ(B().line_count, 0);
+  EXPECT_EQ(TenderAmountField(), nullptr);
 }
 
 TEST_F(CashFormTest, TheSummaryShowsTheSaleAndCashBack) {

@@ -11,34 +11,24 @@
 #include <QPushButton>
 #include <QTest>
 
-#include "app/ui/main_window.h"
 #include "core/activity_log.h"
 #include "core/state.h"
 #include "sale/commands.h"
-#include "support/shop_fixture.h"
+#include "support/window_fixture.h"
 
 namespace tilo {
 namespace {
 
-class ClerkFormsTest : public ShopTest {
+class ClerkFormsTest : public WindowTest {
  protected:
   void SetUp() override {
-    ShopTest::SetUp();
-    MakeFreshShop();
+    WindowTest::SetUp();
     platform_.set_now(2024, 3, 1, 9, 30);
-    window_ = std::make_unique<MainWindow>(DesktopSize{1280, 1024});
-    ASSERT_TRUE(window_->opened());
-    window_->show();
-  }
-  void TearDown() override {
-    window_.reset();
-    ShopTest::TearDown();
+    OpenWindow();
   }
   QAction* Entry(Command c) {
     return window_->findChild<QAction*>(QString("command%1").arg(int(c)));
   }
-
-  std::unique_ptr<MainWindow> window_;
 };
 
 TEST_F(ClerkFormsTest, LogOnRefusesAWrongPasswordAndCannotBeLeftAnyOtherWay) {
