@@ -8,8 +8,10 @@
 #include <QToolBar>
 
 #include "core/state.h"
+#include "customers/reminder_diary.h"
 #include "customers/ui/customer_dialog.h"
 #include "customers/ui/supplier_form.h"
+#include "customers/ui/reminder_form.h"
 #include "devices/pole.h"
 #include "documents/ui/document_commands.h"
 #include "documents/ui/label_form.h"
@@ -92,6 +94,8 @@ MainWindow::MainWindow(DesktopSize desktop, bool open_store) : desktop_(desktop)
   InstallParkedBasketHandlers();
   InstallSupplierHandlers();
   InstallMailmergeHandlers();
+  InstallReminderHandlers();
+  InstallReminderForms();
   buildMenus();
   buildToolBar();
   sale_ = new SaleScreen(this);
