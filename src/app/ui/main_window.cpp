@@ -12,6 +12,8 @@
 #include "customers/ui/customer_dialog.h"
 #include "customers/ui/supplier_form.h"
 #include "customers/ui/reminder_form.h"
+#include "inventory/pictures.h"
+#include "inventory/ui/picture_forms.h"
 #include "devices/pole.h"
 #include "documents/ui/document_commands.h"
 #include "documents/ui/label_form.h"
@@ -96,6 +98,8 @@ MainWindow::MainWindow(DesktopSize desktop, bool open_store) : desktop_(desktop)
   InstallMailmergeHandlers();
   InstallReminderHandlers();
   InstallReminderForms();
+  InstallPictureHandlers();
+  InstallPictureForms();
   buildMenus();
   buildToolBar();
   sale_ = new SaleScreen(this);
