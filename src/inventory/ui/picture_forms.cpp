@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPainter>
+#include <QPainterPath>
 #include <QScreen>
 #include <QVBoxLayout>
 #include <unordered_map>
@@ -47,21 +48,32 @@ bool Hires() {
 QPixmap Load(const QString& path, bool hires) {
   QImageReader reader(path);
   reader.setAutoTransform(false);
-  // Big pictures are scaled while they are read: a 2,000 by 1,500 file is
-  // never held whole at full size.
   qreal ratio = 1;
   if (hires && QGuiApplication::primaryScreen())
     ratio = QGuiApplication::primaryScreen()->devicePixelRatio();
   const int side = int(kShown * ratio);
-  const QSize full = reader.size();
-  if (full.isValid() && (full.width() > 4 * side || full.height() > 4 * side))
-    reader.setScaledSize(
-        QSize(std::min(full.width(), 4 * side), std::min(full.height(), 4 * side)));
   QImage image = reader.read();
   if (image.isNull()) return {};
+  // A photograph of 2,000 by 1,500 is first sampled down to four times the
+  // size shown (cheap), and only that is scaled with care.
+  if (image.width() > 4 * side || image.height() > 4 * side)
+    image = image.scaled(std::min(image.width(), 4 * side), std::min(image.height(), 4 * side),
+                         Qt::IgnoreAspectRatio, Qt::FastTransformation);
   image = image.scaled(side, side, Qt::IgnoreAspectRatio,
                        hires ? Qt::SmoothTransformation : Qt::FastTransformation);
-  QPixmap pixmap = QPixmap::fromImage(image);
+  // Rounded corners on the left, as the quick-select buttons frame their pictures.
+  QImage rounded(image.size(), QImage::Format_ARGB32_Premultiplied);
+  rounded.fill(Qt::transparent);
+  {
+    QPainter p(&rounded);
+    p.setRenderHint(QPainter::Antialiasing);
+    QPainterPath edge;
+    const qreal radius = 6 * ratio;
+    edge.addRoundedRect(QRectF(0, 0, side + 2 * radius, side), radius, radius);
+    p.setClipPath(edge);
+    p.drawImage(0, 0, image);
+  }
+  QPixmap pixmap = QPixmap::fromImage(rounded);
   pixmap.setDevicePixelRatio(ratio);
   return pixmap;
 }
