@@ -5,7 +5,10 @@
 
 #include <deque>
 
+#include "core/state.h"
 #include "core/text.h"
+#include "documents/print_service.h"
+#include "documents/recording_target.h"
 #include "reports/listings.h"
 #include "support/shop_fixture.h"
 
@@ -177,6 +180,17 @@ TEST_F(ReminderTest, RowsAndHeadings) {
   EXPECT_EQ(Reminderprintrows(page)[1], "2                C1                             I1");
   EXPECT_EQ(Reminderlistrows(page)[0].columns[1], "C0");
   EXPECT_EQ(Reminderentryrow(page, 1), "C1 - I1");
+  // Printed under the shop's name, one numbered line a reminder.
+  RecordingPrintService printers;
+  install_print_service(&printers);
+  SetField(G().heading.site_name, "SHOP");
+  lists_.rows_to_choose = {1};
+  Printreminders();
+  install_print_service(nullptr);
+  EXPECT_EQ(printers.texts(),
+            (std::vector<std::string>{"SHOP Reminders: Tuesday 24/11/2026  Total: 2  Page: 1",
+                                      "1                C0                             I0",
+                                      "2                C1                             I1"}));
   // An empty day ends every command but Add.
   lists_.rows_to_choose = {0};
   platform_.clear_record();
