@@ -1,7 +1,8 @@
 """The reminder diary in the real program: two reminders added for today with
-Ctrl+R, the next start says "For today: 2", one is deleted from the menu, and
-the start after that says "For today: 1". The bytes of today's page of
-resn.dat are checked after each clean close."""
+Ctrl+R; the next start opens with the "Reminders" box ("For today: 2"), one is
+deleted from the menu, and the start after that still opens with it ("For
+today: 1", kept as a screenshot when TILO_SCREENSHOTS names a folder). The
+bytes of today's page of resn.dat are checked after each clean close."""
 
 import os
 import time
