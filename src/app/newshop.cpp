@@ -13,6 +13,7 @@
 #include "core/settings.h"
 #include "core/state.h"
 #include "core/text.h"
+#include "inventory/pictures.h"
 #include "platform/files.h"
 
 namespace {
@@ -83,6 +84,12 @@ constexpr DemoItem kItems[] = {
     {2704, "BIRTHDAY GIFT BAG", 1.50f, 0.50f, 2, 2, 12, "5000394025482"},
 };
 
+// The built-in picture of each demo category: wine, beer, books, candles, cards,
+// coffee, cheese, milk, gifts, ice cream, apple, groceries, gifts, newspapers,
+// groceries, tea, sweets, wine.
+constexpr int kCategoryPicture[18] = {4,  21, 12, 11, 13, 5,  6,  2,  23,
+                                      14, 3,  22, 23, 19, 22, 10, 20, 4};
+
 FilmRecord MakeItem(const DemoItem& d, const char* date_added) {
   FilmRecord r{};
   r.number = d.number;
@@ -97,7 +104,7 @@ FilmRecord MakeItem(const DemoItem& d, const char* date_added) {
   r.reorder_quantity = 5;
   r.minimum_order = 6;
   r.order_quantity = 12;
-  r.stock_picture = 1;
+  r.stock_picture = d.number == 2001 ? 8 : kCategoryPicture[d.category];
   r.display_category = d.category;
   // An item added by hand has an empty last_used; the due-back field keeps its
   // space between time and date.
@@ -147,6 +154,8 @@ int main(int argc, char** argv) {
     return 1;
   }
   if (!Firstrunsettings()) return 1;
+  if (!Placestockpictures())
+    std::fprintf(stderr, "tilo-newshop: could not place the built-in pictures\n");
   if (demo && !StockDemoShop()) {
     std::fprintf(stderr, "tilo-newshop: could not stock the demo shop\n");
     return 1;

@@ -15,6 +15,7 @@
 #include "core/state.h"
 #include "core/supplier_file.h"
 #include "core/text.h"
+#include "inventory/pictures.h"
 #include "platform/files.h"
 
 namespace tilo {
@@ -94,6 +95,8 @@ bool FirstRun() {
     Message("Unable to create resn.dat in first run Opendata.", kPermissions);
     return false;
   }
+  // A missing picture only shows nothing, so a folder that refuses them is no reason to stop.
+  Placestockpictures();
   return true;
 }
 

@@ -111,10 +111,11 @@ void InstallScreenHandlers() {
     Toggle(G().settings.button_tips);
     screen_view().settings_changed();
   });
-  // Stored for the picture forms; nothing else reads it.
+  // The pictures are scaled again: smoothly and at the screen's density when ticked.
   SetHandler(C::HiResPicture, [](int) {
     Toggle(G().settings.hires_picture);
     screen_view().settings_changed();
+    screen_view().quick_select_changed();
   });
 
   for (C exit : {C::Exit, C::ExitPrintReport, C::ExitPrintLog, C::ExitPrintReportLog})

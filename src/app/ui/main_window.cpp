@@ -8,8 +8,12 @@
 #include <QToolBar>
 
 #include "core/state.h"
+#include "customers/reminder_diary.h"
 #include "customers/ui/customer_dialog.h"
 #include "customers/ui/supplier_form.h"
+#include "customers/ui/reminder_form.h"
+#include "inventory/pictures.h"
+#include "inventory/ui/picture_forms.h"
 #include "devices/pole.h"
 #include "documents/ui/document_commands.h"
 #include "documents/ui/label_form.h"
@@ -94,6 +98,10 @@ MainWindow::MainWindow(DesktopSize desktop, bool open_store) : desktop_(desktop)
   InstallSupplierHandlers();
   InstallMailmergeHandlers();
   InstallAccountHandlers();
+  InstallReminderHandlers();
+  InstallReminderForms();
+  InstallPictureHandlers();
+  InstallPictureForms();
   buildMenus();
   buildToolBar();
   sale_ = new SaleScreen(this);

@@ -18,6 +18,7 @@
 #include "core/settings.h"
 #include "core/state.h"
 #include "core/text.h"
+#include "inventory/pictures.h"
 #include "inventory/receiving.h"
 #include "reports/ui/report_dialogs.h"
 #include "sale/basket.h"
@@ -192,6 +193,21 @@ ItemDialog::ItemDialog(QWidget* parent, const ItemForm& form) : QDialog(parent),
   picture_->setFixedSize(48, 48);
   picture_->setFrameShape(QFrame::Box);
   reckoner->addWidget(picture_);
+  // Back and Forward step through the item's own picture and the built-ins;
+  // the save keeps what stands when it is pressed.
+  picture_choice_ = {form.record.own_picture == 1 ? 1 : 0, form.record.stock_picture, false};
+  for (auto [text, step] : {std::pair{"Back", &Pictureback}, std::pair{"Forward", &Pictureforward}}) {
+    auto* b = new QPushButton(text, this);
+    b->setAutoDefault(false);
+    buttons_[text] = b;
+    reckoner->addWidget(b);
+    connect(b, &QPushButton::clicked, this, [this, step] {
+      step(picture_choice_);
+      form_.record.own_picture = picture_choice_.own_picture;
+      form_.record.stock_picture = picture_choice_.stock_picture;
+      if (PictureDrawer()) PictureDrawer()(picture_, form_.record);
+    });
+  }
   outer->addLayout(reckoner);
   connect(gross_, &QLineEdit::textEdited, this, &ItemDialog::Reckon);
 

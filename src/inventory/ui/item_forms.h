@@ -10,6 +10,7 @@
 #include <map>
 
 #include "inventory/items.h"
+#include "inventory/pictures.h"
 
 class QCheckBox;
 class QComboBox;
@@ -66,6 +67,7 @@ class ItemDialog : public QDialog {
   QGridLayout* grid_ = nullptr;
   int row_ = 0;
   ItemButton pressed_ = ItemButton::Cancel;
+  PictureChoice picture_choice_;
 };
 
 // View 801 and BUNDLE1: label and text lines, read-only.

@@ -134,10 +134,10 @@ void QuickButton::paintEvent(QPaintEvent*) {
   if (down) r.translate(0, 1);
   PaintFace(p, r, down ? QColor(0xdb, 0xe7, 0xf3) : palette::kKey, down, 7);
   // The picture at the left edge; without one the text stands alone.
+  // Its left corners come rounded from the picture cache: a plain rectangle
+  // clip is enough, and far cheaper than a rounded one on every paint.
   if (!picture_.isNull()) {
-    QPainterPath edge;
-    edge.addRoundedRect(QRectF(r.left(), r.top(), 52, r.height()), 7, 7);
-    p.setClipPath(edge);
+    p.setClipRect(r);
     p.drawPixmap(QRect(int(r.left()) + 1, int(r.top()) + 1, 48, 48), picture_);
     p.setClipping(false);
   }
