@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "mail/upload_files.h"
 
+#include <cstdio>
+
 #include "core/film_record.h"
 #include "core/film_scan.h"
 #include "core/state.h"
@@ -17,6 +19,21 @@ std::string StoreName() {
   return FieldText(G().heading.site_name);
 }
 
+// Writes a file whole under a temporary name and renames it into place, so an
+// upload still sending the last one reads either file entire. The files are
+// made afresh from the records each time, so they skip the flush to disk the
+// record files have: a power cut costs nothing that can't be written again.
+bool WriteWhole(const std::string& path, const std::string& text) {
+  if (IsDirectory(path)) return false;
+  const std::string temp = path + ".new";
+  File f(temp, File::Mode::Create);
+  const bool written = f && f.write(text);
+  f.close();
+  if (written && std::rename(temp.c_str(), path.c_str()) == 0) return true;
+  RemoveFile(temp);
+  return false;
+}
+
 // The local file a name stands for: names are kept in Windows-1252, the
 // folder's names are UTF-8.
 std::string LocalName(const UploadSetup& setup, UploadFile f) {
@@ -24,7 +41,7 @@ std::string LocalName(const UploadSetup& setup, UploadFile f) {
 }
 
 bool WriteOverview(const std::string& path) {
-  if (ReplaceFile(path, UploadOverviewText(platform().now()))) return true;
+  if (WriteWhole(path, UploadOverviewText(platform().now()))) return true;
   Message("Unable to produce report file.", "Problem");
   return false;
 }
@@ -41,7 +58,7 @@ bool WriteItems(const std::string& path) {
     case ExportDay::Done:
       break;
   }
-  if (ReplaceFile(path, text)) return true;
+  if (WriteWhole(path, text)) return true;
   Message("Unable to produce items file.", "Problem");
   return false;
 }
@@ -49,7 +66,7 @@ bool WriteItems(const std::string& path) {
 bool WriteReorder(const std::string& path) {
   const std::optional<std::string> text = UploadReorderText();
   if (!text) return false;
-  if (ReplaceFile(path, *text)) return true;
+  if (WriteWhole(path, *text)) return true;
   Message("Unable to produce reorder file.", "Problem");
   return false;
 }
