@@ -14,7 +14,6 @@ namespace {
 struct UploadHooks {
   UploadSetupView form;
   std::function<void(const std::string&)> title;
-  std::string ca_file;
 };
 
 UploadHooks& hooks() {
@@ -41,10 +40,6 @@ void SetUploadSetupForm(UploadSetupView form) {
 
 void SetUploadTitleView(std::function<void(const std::string&)> view) {
   hooks().title = std::move(view);
-}
-
-void SetUploadCaFileForTests(const std::string& path) {
-  hooks().ca_file = path;
 }
 
 int Uploadsetup() {
@@ -77,7 +72,6 @@ void Uploadreport() {
   if (Writeuploadfiles(job.setup, job.flags) != 0) return;
   job.title_after = ClerkTitle();
   job.set_title = hooks().title;
-  job.ca_file = hooks().ca_file;
   if (!StartJob([job = std::move(job)](JobControl& control) { SendUpload(job, control); }))
     Message("Unable to start thread", "Problem");
 }

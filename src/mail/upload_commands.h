@@ -23,9 +23,6 @@ void SetUploadSetupForm(UploadSetupView form);
 // Shows a title on the main window; called from the upload's thread, so it
 // must hand the work to the screen's own thread.
 void SetUploadTitleView(std::function<void(const std::string&)> view);
-// Trusts these certificates for TLS instead of the system's (tests); empty
-// restores the system's.
-void SetUploadCaFileForTests(const std::string& path);
 
 // "Head office report setup": 1 when saved, 0 when cancelled.
 int Uploadsetup();

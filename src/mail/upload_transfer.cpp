@@ -145,10 +145,8 @@ void SendUpload(const UploadJob& job, JobControl& control) {
     curl_easy_setopt(curl, CURLOPT_PASSWORD, password.c_str());
   }
   if (target.require_tls) curl_easy_setopt(curl, CURLOPT_USE_SSL, long(CURLUSESSL_ALL));
-  if (!job.ca_file.empty()) curl_easy_setopt(curl, CURLOPT_CAINFO, job.ca_file.c_str());
-  std::string known_hosts = job.known_hosts_file;
-  if (known_hosts.empty() && std::getenv("HOME"))
-    known_hosts = std::string(std::getenv("HOME")) + "/.ssh/known_hosts";
+  const char* home = std::getenv("HOME");
+  const std::string known_hosts = std::string(home ? home : "") + "/.ssh/known_hosts";
   if (target.ssh) curl_easy_setopt(curl, CURLOPT_SSH_KNOWNHOSTS, known_hosts.c_str());
   curl_easy_setopt(curl, CURLOPT_FTP_CREATE_MISSING_DIRS, long(CURLFTP_CREATE_DIR));
   curl_easy_setopt(curl, CURLOPT_TRANSFERTEXT, 0L);

@@ -31,8 +31,6 @@ struct UploadJob {
   std::string title_after;  // the main window's title once the files are sent
   // Shows a title on the main window; called from the upload's thread.
   std::function<void(const std::string&)> set_title;
-  std::string ca_file;           // trusted certificates instead of the system's (tests)
-  std::string known_hosts_file;  // SSH host keys; empty: ~/.ssh/known_hosts
 };
 
 // The whole course of one upload: log in, send each ticked file (a refused one

@@ -3,6 +3,7 @@ server, log-in and ticks typed into "Upload configuration" (upload.cfg checked
 byte for byte), a sale, then "Upload head office report" sends the three files,
 which arrive exactly as the program wrote them."""
 import os
+import socket
 import subprocess
 import tempfile
 import time
@@ -34,10 +35,17 @@ def cash_sale(s, wid, item):
 
 def upload(new_session):
     folder = tempfile.mkdtemp(prefix="tilo-ftp-")
-    proc = subprocess.Popen(["/usr/bin/python3", SERVER, folder], stdin=subprocess.PIPE,
-                            stdout=subprocess.PIPE, text=True)
-    port = int(proc.stdout.readline().split("=")[1])
     root = os.path.join(folder, "root")
+    with socket.socket() as free:
+        free.bind(("127.0.0.1", 0))
+        port = free.getsockname()[1]
+    proc = subprocess.Popen(["/usr/bin/python3", SERVER, root, str(port)], stdin=subprocess.PIPE)
+    deadline = time.time() + 10
+    while time.time() < deadline:
+        with socket.socket() as probe:
+            if probe.connect_ex(("127.0.0.1", port)) == 0:
+                break
+        time.sleep(0.1)
     s = new_session()
     try:
         s.start()

@@ -1,9 +1,7 @@
 #!/usr/bin/python3
-"""An FTP server on 127.0.0.1 for the upload tests, on a free port: user shop /
-secret, home FOLDER/root.
+"""An FTP server on 127.0.0.1 for the upload tests: user shop / secret, home ROOT.
 
-Usage: ftp_server.py FOLDER. Prints "ftp=PORT" and serves until its standard
-input closes.
+Usage: ftp_server.py ROOT PORT. Serves until its standard input closes.
 """
 import logging
 import os
@@ -15,8 +13,7 @@ from pyftpdlib.handlers import FTPHandler
 from pyftpdlib.ioloop import IOLoop
 from pyftpdlib.servers import ThreadedFTPServer
 
-FOLDER = sys.argv[1]
-ROOT = os.path.join(FOLDER, "root")
+ROOT, PORT = sys.argv[1], int(sys.argv[2])
 
 
 def main():
@@ -25,10 +22,8 @@ def main():
     authorizer = DummyAuthorizer()
     authorizer.add_user("shop", "secret", ROOT, perm="elradfmwMT")
     FTPHandler.authorizer = authorizer
-    server = ThreadedFTPServer(("127.0.0.1", 0), FTPHandler, ioloop=IOLoop())
-    port = server.address[1]
+    server = ThreadedFTPServer(("127.0.0.1", PORT), FTPHandler, ioloop=IOLoop())
     threading.Thread(target=server.serve_forever, daemon=True).start()
-    print("ftp=%d" % port, flush=True)
     sys.stdin.read()
 
 
