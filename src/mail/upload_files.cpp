@@ -151,6 +151,8 @@ std::optional<std::string> UploadReorderText() {
   const LocalTime today = platform().now();
   std::string t = "Reorder list: " + StoreName() + "\r\n";
   t += "Item, Restock level, In stock, On order, Order quantity, Order code\r\n";
+  // Room for a short row per item up front, so the text isn't copied as it grows.
+  t.reserve(t.size() + size_t(FileSize(kFilmFile).value_or(0) / int64_t(sizeof(FilmRecord))) * 48);
   const ScanEnd end = Scanfilms("Reorder list", [&](const FilmRecord& r) {
     if (!Onstocklist(StockList::Reorder, r, today)) return;
     t += Stocklistrow(StockList::Reorder, r);
