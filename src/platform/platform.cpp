@@ -85,6 +85,11 @@ void Platform::notify(const std::string& text, const std::string& title) {
   std::fprintf(stderr, "%s: %s\n", title.c_str(), text.c_str());
 }
 
+void Platform::notify_details(const std::string& text, const std::string& title,
+                              const std::string&) {
+  notify(text, title);
+}
+
 std::string Platform::long_date(int year, int month, int day) {
   static const char* days[] = {"Sunday",   "Monday", "Tuesday", "Wednesday",
                                "Thursday", "Friday", "Saturday"};

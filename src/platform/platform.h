@@ -90,6 +90,10 @@ class Platform {
   // thread, it returns at once and the box blocks nothing. The default writes
   // it to the error stream.
   virtual void notify(const std::string& text, const std::string& title);
+  // The same with `details` the box shows on request (the network's own reason);
+  // empty details: a plain notice. The default drops the details.
+  virtual void notify_details(const std::string& text, const std::string& title,
+                              const std::string& details);
 };
 
 // The platform in force. Until one is installed a headless default answers OK to

@@ -37,6 +37,20 @@ void ScriptedPlatform::notify(const std::string& text, const std::string& title)
   notice_added_.notify_all();
 }
 
+void ScriptedPlatform::notify_details(const std::string& text, const std::string& title,
+                                      const std::string& details) {
+  {
+    std::lock_guard lock(notice_mutex_);
+    notice_details_.push_back(details);
+  }
+  notify(text, title);
+}
+
+std::vector<std::string> ScriptedPlatform::notice_details() const {
+  std::lock_guard lock(notice_mutex_);
+  return notice_details_;
+}
+
 bool ScriptedPlatform::wait_notices(size_t count, int timeout_ms) {
   std::unique_lock lock(notice_mutex_);
   return notice_added_.wait_for(lock, std::chrono::milliseconds(timeout_ms),

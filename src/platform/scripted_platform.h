@@ -49,6 +49,10 @@ class ScriptedPlatform : public Platform {
 
   // Recorded under a lock, from whatever thread calls it.
   void notify(const std::string& text, const std::string& title) override;
+  // Recorded as a notice; the details apart, in `notice_details()`.
+  void notify_details(const std::string& text, const std::string& title,
+                      const std::string& details) override;
+  std::vector<std::string> notice_details() const;
   // Waits up to `timeout_ms` until `count` notices in all have come; false on
   // the time-out.
   bool wait_notices(size_t count, int timeout_ms = 10000);
@@ -70,6 +74,7 @@ class ScriptedPlatform : public Platform {
     sounds.clear();
     std::lock_guard lock(notice_mutex_);
     notices_.clear();
+    notice_details_.clear();
   }
 
   std::vector<ShownMessage> messages;
@@ -96,6 +101,7 @@ class ScriptedPlatform : public Platform {
   mutable std::mutex notice_mutex_;
   std::condition_variable notice_added_;
   std::vector<std::string> notices_;
+  std::vector<std::string> notice_details_;
 };
 
 // Day of the week (0 = Sunday) of a Gregorian date.

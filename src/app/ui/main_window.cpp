@@ -23,6 +23,7 @@
 #include "inventory/ui/find_forms.h"
 #include "inventory/ui/item_forms.h"
 #include "mail/ui/mail_setup_form.h"
+#include "mail/ui/upload_setup_form.h"
 #include "reports/ui/activity_forms.h"
 #include "reports/ui/listing_forms.h"
 #include "reports/ui/report_forms.h"
@@ -89,6 +90,7 @@ MainWindow::MainWindow(DesktopSize desktop, bool open_store) : desktop_(desktop)
   InstallReportHandlers();
   InstallTakingsHandlers();
   InstallMailHandlers();
+  InstallUploadHandlers();
   InstallUpkeepHandlers();
   InstallExchangeHandlers();
   InstallActivityHandlers();

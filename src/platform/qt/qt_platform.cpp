@@ -59,13 +59,19 @@ Answer QtPlatform::message(const std::string& text, const std::string& title, Bu
 }
 
 void QtPlatform::notify(const std::string& text, const std::string& title) {
+  notify_details(text, title, {});
+}
+
+void QtPlatform::notify_details(const std::string& text, const std::string& title,
+                                const std::string& details) {
   // Queued to the thread of the screen: a box with no parent, not modal, so the
   // till goes on selling while it stands.
   QMetaObject::invokeMethod(
       qApp,
-      [text, title] {
+      [text, title, details] {
         auto* box = new QMessageBox(QMessageBox::NoIcon, Q(title), Q(text), QMessageBox::Ok);
         box->setObjectName("noticeBox");
+        if (!details.empty()) box->setDetailedText(Q(details));
         box->setAttribute(Qt::WA_DeleteOnClose);
         box->setModal(false);
         box->show();

@@ -28,6 +28,8 @@ class QtPlatform : public Platform {
   bool wait(const std::string& text, const std::string& title, int interval_ms,
             const std::function<bool()>& poll) override;
   void notify(const std::string& text, const std::string& title) override;
+  void notify_details(const std::string& text, const std::string& title,
+                      const std::string& details) override;
 };
 
 }  // namespace tilo
