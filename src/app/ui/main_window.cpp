@@ -7,6 +7,7 @@
 #include <QResizeEvent>
 #include <QToolBar>
 
+#include "config/ui/config_sheet.h"
 #include "core/state.h"
 #include "customers/ui/customer_dialog.h"
 #include "devices/pole.h"
@@ -84,6 +85,7 @@ MainWindow::MainWindow(DesktopSize desktop, bool open_store) : desktop_(desktop)
   InstallExchangeHandlers();
   InstallActivityHandlers();
   InstallCustomerHandlers();
+  InstallConfigHandlers();
   buildMenus();
   buildToolBar();
   sale_ = new SaleScreen(this);

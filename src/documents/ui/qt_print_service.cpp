@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "documents/ui/qt_print_service.h"
 
+#include <cups/cups.h>
 #include <QApplication>
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -69,6 +70,24 @@ QStringList QtPrintService::Printers() {
 QString QtPrintService::DefaultPrinter() {
   const QString name = QPrinterInfo::defaultPrinterName();
   return name.isEmpty() ? QString(kPdfPrinterName) : name;
+}
+
+bool QtPrintService::list_printers(std::vector<PrinterInfo>& printers) {
+  printers.clear();
+  for (const QString& name : Printers()) {
+    PrinterInfo printer{name.toStdString(), ""};
+    if (name == kPdfPrinterName) {
+      printer.port = kPrintoutFolder;
+    } else if (cups_dest_t* dest =
+                   cupsGetNamedDest(CUPS_HTTP_DEFAULT, printer.name.c_str(), nullptr)) {
+      // The queue's device address ("usb://...", "socket://..."): where it prints.
+      if (const char* uri = cupsGetOption("device-uri", dest->num_options, dest->options))
+        printer.port = uri;
+      cupsFreeDests(1, dest);
+    }
+    printers.push_back(printer);
+  }
+  return true;
 }
 
 std::unique_ptr<PrintTarget> QtPrintService::default_printer() {
