@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "config/form_rules.h"
+#include "core/state.h"
 #include "core/text.h"
 #include "devices/pole.h"
 #include "devices/ports.h"
@@ -587,7 +588,229 @@ std::vector<FieldRule> PoleRules() {
   return rules;
 }
 
+std::vector<FieldRule> TaxRules() {
+  std::vector<FieldRule> rules;
+  rules.push_back(Heading("Active"));
+  rules.push_back(Tick("tax1_switch", "Tax 1", &SettingsRecord::tax1_switch, kTick20));
+  rules.push_back(Number("tax1_rate", "Rate", &SettingsRecord::tax1_rate, 5, 0, 9999));
+  rules.push_back(Tick("tax1_threshold_on", "Only apply to amounts over",
+                       &SettingsRecord::tax1_threshold_on, kTick20));
+  rules.push_back(Amount("tax1_threshold", "Amount", &SettingsRecord::tax1_threshold, Control::Edit,
+                         [](double n) { return n >= 0; }));
+  rules.push_back(Tick("tax2_switch", "Tax 2", &SettingsRecord::tax2_switch, kTick20));
+  rules.push_back(Number("tax2_rate", "Rate ", &SettingsRecord::tax2_rate, 5, 0, 9999));
+  rules.push_back(Tick("tax_on_tax", "On total + tax 1", &SettingsRecord::tax_on_tax, kTick20));
+  rules.push_back(Note("The rate is entered as a value from 0 to 9999"));
+  rules.push_back(Note("For example, 10% is entered as 1000"));
+  rules.push_back(Note("The 'On total + tax 1' is for regions that compound tax 2 on tax 1."));
+  rules.push_back(
+      Note("The 'Only apply to amounts over'  box is just for those regions that use a threshold "
+           "tax. The decimal point should be used, say 2.00"));
+  return rules;
+}
+
+// A "Line" box: the line the element prints on, kept when below `limit`.
+FieldRule Line(const char* label, int32_t SettingsRecord::*field, int limit, const char* key) {
+  return Number(std::string("line_") + key, label, field, 10, INT32_MIN, limit - 1);
+}
+
+std::vector<FieldRule> CustomReceiptRules() {
+  using S = SettingsRecord;
+  std::vector<FieldRule> rules;
+  rules.push_back(Heading("Header"));
+  const struct {
+    const char* label;
+    int32_t S::*field;
+    const char* key;
+  } header[] = {{"Store name", &S::custom_line_store_name, "store_name"},
+                {"Store Address 1", &S::custom_line_store_address1, "store_address1"},
+                {"Store Address 2", &S::custom_line_store_address2, "store_address2"},
+                {"Store Address 3", &S::custom_line_store_address3, "store_address3"},
+                {"Store Address 4", &S::custom_line_store_address4, "store_address4"},
+                {"Store telephone", &S::custom_line_store_telephone, "store_telephone"},
+                {"Date", &S::custom_line_date, "date"},
+                {"Clerk", &S::custom_line_clerk, "clerk"},
+                {"Receipt", &S::custom_line_receipt, "receipt"},
+                {"Text 1", &S::custom_line_text1, "text1"},
+                {"Customer number", &S::custom_line_customer_number, "customer_number"},
+                {"Customer name", &S::custom_line_customer_name, "customer_name"},
+                {"Address 1", &S::custom_line_address1, "address1"},
+                {"Address 2", &S::custom_line_address2, "address2"},
+                {"Address 3", &S::custom_line_address3, "address3"},
+                {"Address 4", &S::custom_line_address4, "address4"},
+                {"Customer phone", &S::custom_line_customer_phone, "customer_phone"}},
+    footer[] = {{"Total", &S::custom_line_total, "total"},
+                {"Non taxable", &S::custom_line_non_taxable, "non_taxable"},
+                {"Taxable", &S::custom_line_taxable, "taxable"},
+                {"Tax 1", &S::custom_line_tax1, "tax1"},
+                {"Tax 2", &S::custom_line_tax2, "tax2"},
+                {"Text 2", &S::custom_line_text2, "text2"},
+                {"Text 3", &S::custom_line_text3, "text3"},
+                {"Total tendered", &S::custom_line_total_tendered, "total_tendered"},
+                {"Cash change", &S::custom_line_cash_change, "cash_change"},
+                {"Payment type", &S::custom_line_payment, "payment"},
+                {"By line", &S::custom_line_by_line, "by_line"},
+                {"Transaction note", &S::custom_line_note, "note"}};
+  for (const auto& l : header) rules.push_back(Line(l.label, l.field, 41, l.key));
+  rules.push_back(Heading("Footer"));
+  for (const auto& l : footer) rules.push_back(Line(l.label, l.field, 41, l.key));
+  rules.push_back(
+      Note("The header line value is the number of lines from the top of the receipt that the item "
+           "is printed (1-40). A zero value omits."));
+  rules.push_back(TextField("custom_text1", "Text 1", &S::custom_text1, Control::Edit, 48, 48));
+  rules.push_back(TextField("custom_text2", "Text 2", &S::custom_text2, Control::Edit, 48, 48));
+  rules.push_back(TextField("custom_text3", "Text 3", &S::custom_text3, Control::Edit, 48, 48));
+  rules.push_back(
+      TextField("cutter_sequence", "Cutter", &S::cutter_sequence, Control::Edit, 48, 48));
+  rules.push_back(Note("Say 27,112,0,75,250"));
+  rules.push_back(List("custom_blank_lines", "Blank lines at end", &S::custom_blank_lines,
+                       Numbers(1, 20), 0, 19));
+  rules.push_back(PortList("cutter_port", &S::cutter_port, 10, false));
+  rules.push_back({"custom_items_excl_tax",
+                   "Items",
+                   Control::Radio,
+                   0,
+                   {"Items (Excluding tax)", "Items (Including tax)"},
+                   [](SettingsRecord& s) { return Choice(s.custom_items_excl_tax != 0 ? 0 : 1); },
+                   [](SettingsRecord& s, const PageValue& v, const PageValues&) {
+                     if (v.choice >= 0) s.custom_items_excl_tax = v.choice == 0 ? 2 : 0;
+                   },
+                   nullptr});
+  rules.push_back(Tick("custom_centred",
+                       "Justify items centred (default is description on left, price on right)",
+                       &S::custom_centred, kTick20));
+  rules.push_back(
+      Tick("custom_mark_exempt", "Denote tax exempt item with E", &S::custom_mark_exempt, kTick20));
+  rules.push_back(Tick("custom_no_logo", "Include logo (requires receipt.bmp in TILO folder)",
+                       &S::custom_no_logo, kTick02));
+  rules.push_back(Tick("custom_barcode", "Include barcode", &S::custom_barcode, kTick20));
+  rules.push_back(Tick("custom_second_currency", "Include second currency",
+                       &S::custom_second_currency, kTick20));
+  return rules;
+}
+
+std::vector<FieldRule> InvoiceRules() {
+  using S = SettingsRecord;
+  std::vector<FieldRule> rules;
+  rules.push_back(Heading("Custom invoice"));
+  const struct {
+    const char* label;
+    int32_t S::*field;
+    const char* key;
+  } lines[] = {{"Store name", &S::invoice_line_store_name, "store_name"},
+               {"Store Address 1", &S::invoice_line_store_address1, "store_address1"},
+               {"Store Address 2", &S::invoice_line_store_address2, "store_address2"},
+               {"Store Address 3", &S::invoice_line_store_address3, "store_address3"},
+               {"Store Address 4", &S::invoice_line_store_address4, "store_address4"},
+               {"Store telephone", &S::invoice_line_store_telephone, "store_telephone"},
+               {"Date", &S::invoice_line_date, "date"},
+               {"Items", &S::invoice_line_items, "items"},
+               {"Customer detail", &S::invoice_line_customer_detail, "customer_detail"},
+               {"Customer terms", &S::invoice_line_customer_terms, "customer_terms"},
+               {"Customer ID", &S::invoice_line_customer_id, "customer_id"},
+               {"Net total", &S::invoice_line_net_total, "net_total"},
+               {"Tax", &S::invoice_line_tax, "tax"},
+               {"Discount", &S::invoice_line_discount, "discount"},
+               {"Total", &S::invoice_line_total, "total"},
+               {"Clerk", &S::invoice_line_clerk, "clerk"},
+               {"Invoice", &S::invoice_line_invoice, "invoice"},
+               {"Balance", &S::invoice_line_balance, "balance"},
+               {"Transaction note", &S::invoice_line_note, "note"}};
+  for (const auto& l : lines) rules.push_back(Line(l.label, l.field, 81, l.key));
+  rules.push_back(
+      Note("The value is the number of lines from the top of the invoice that the item is "
+           "printed (1-80). A zero value omits."));
+  rules.push_back(Tick("invoice_barcode", "Barcode", &S::invoice_barcode, kTick10));
+  rules.push_back(Tick("invoice_box", "Box encased", &S::invoice_box, kTick10));
+  rules.push_back(Tick("invoice_logo", "Use logo ", &S::invoice_logo, kTick10));
+  rules.push_back(
+      Tick("invoice_no_standard_logo", "Use logo", &S::invoice_no_standard_logo, kTick01));
+  rules.push_back(
+      Tick("invoice_use_header_font", "Use header font", &S::invoice_use_header_font, kTick10));
+  rules.push_back({"header_font",
+                   "Header font",
+                   Control::Button,
+                   0,
+                   {},
+                   nullptr,
+                   nullptr,
+                   [](SettingsRecord& s, const PageValues&) { Chooseheaderfont(s); }});
+  rules.push_back(
+      Note("The header font may require the lines for the store detail to be adjusted for an "
+           "increased size."));
+  rules.push_back({"select_logo",
+                   "Select logo bitmap file",
+                   Control::Button,
+                   0,
+                   {},
+                   nullptr,
+                   nullptr,
+                   [](SettingsRecord&, const PageValues&) { Selectlogo("letter.bmp"); }});
+  return rules;
+}
+
+// A heading line: the box takes 40 characters and 39 are kept.
+FieldRule HeadingLine(const char* key, const char* label, char (HeadingLines::*line)[42]) {
+  return {key,
+          label,
+          Control::Edit,
+          40,
+          {},
+          [=](SettingsRecord&) { return Text(Cp1252ToUtf8(FieldText(G().heading.*line))); },
+          [=](SettingsRecord&, const PageValue& v, const PageValues&) {
+            SetField(G().heading.*line, BoxBytes(v.text, 39));
+          },
+          nullptr};
+}
+
 }  // namespace
+
+void Chooseheaderfont(SettingsRecord& s) {
+  const std::optional<ChosenFont> chosen = print_service().choose_font();
+  if (!chosen) return;
+  // The height in the default printer's pixels, the character height (negative).
+  const std::unique_ptr<PrintTarget> printer = print_service().default_printer();
+  const int dpi = printer ? printer->dpi_y() : 72;
+  SetField(s.invoice_font_face, Utf8ToCp1252(chosen->font.face));
+  s.invoice_font_height = -(dpi * chosen->points / 72);
+  s.invoice_font_width = 0;
+  s.invoice_font_escapement = 0;
+  s.invoice_font_orientation = 0;
+  s.invoice_font_weight = chosen->font.weight;
+  s.invoice_font_italic = chosen->font.italic ? 1 : 0;
+  s.invoice_font_underline = chosen->font.underline ? 1 : 0;
+  s.invoice_font_strikeout = chosen->font.strikeout ? 1 : 0;
+}
+
+const PageTable& TaxForm() {
+  static const PageTable form{"TAX CONTROL", "TAXS", TaxRules(), Savesettings};
+  return form;
+}
+
+const PageTable& CustomReceiptForm() {
+  static const PageTable form{"Custom receipt", "CUSTOM", CustomReceiptRules(), Savesettings};
+  return form;
+}
+
+const PageTable& InvoiceForm() {
+  static const PageTable form{"Invoices", "CUSTIN", InvoiceRules(), Savesettings};
+  return form;
+}
+
+const PageTable& HeadingForm() {
+  static const PageTable form{
+      "Print heading",
+      "SITE",
+      {HeadingLine("site_name", "Site name", &HeadingLines::site_name),
+       HeadingLine("site_road", "Road", &HeadingLines::site_road),
+       HeadingLine("site_area", "Area", &HeadingLines::site_area),
+       HeadingLine("site_county", "State / County", &HeadingLines::site_county),
+       HeadingLine("site_postcode", "Zip / Postcode", &HeadingLines::site_postcode),
+       HeadingLine("site_telephone", "Telephone", &HeadingLines::site_telephone),
+       Note("Each line may contain 40 characters")},
+      [] { return WriteHeadingLines(G().heading); }};
+  return form;
+}
 
 std::string PortChoice(int port, bool colon) {
   const std::string name = PortName(port);
@@ -597,11 +820,11 @@ std::string PortChoice(int port, bool colon) {
 
 const std::vector<PageTable>& ConfigurationPages() {
   static const std::vector<PageTable> pages = {
-      {"General", "REPORT0BOX", GeneralRules()},
-      {"Terms", "REPORT2BOX", TermsRules()},
-      {"Receipts", "REPORT4BOX", ReceiptRules()},
-      {"Till configuration", "REPORT8BOX", TillRules()},
-      {"Pole configuration", "REPORTSCD400", PoleRules()},
+      {"General", "REPORT0BOX", GeneralRules(), Savesettings},
+      {"Terms", "REPORT2BOX", TermsRules(), Savesettings},
+      {"Receipts", "REPORT4BOX", ReceiptRules(), Savesettings},
+      {"Till configuration", "REPORT8BOX", TillRules(), Savesettings},
+      {"Pole configuration", "REPORTSCD400", PoleRules(), Savesettings},
   };
   return pages;
 }

@@ -52,13 +52,26 @@ struct FieldRule {
 };
 
 struct PageTable {
-  std::string tab;   // "General"
+  std::string tab;   // "General", or a form's title
   std::string form;  // "REPORT0BOX"
   std::vector<FieldRule> rules;
+  // Writes what the page keeps to its file; the settings record unless told.
+  std::function<bool()> save;
 };
 
 // "General", "Terms", "Receipts", "Till configuration", "Pole configuration".
 const std::vector<PageTable>& ConfigurationPages();
+
+// The small forms of the Utilities menu: "TAX CONTROL", "Custom receipt",
+// "Invoices" and "Print heading" (this one keeps the store heading lines).
+const PageTable& TaxForm();
+const PageTable& CustomReceiptForm();
+const PageTable& InvoiceForm();
+const PageTable& HeadingForm();
+
+// "Header font": the font chooser's choice goes into the invoice_font_ fields at
+// once, its height in the default printer's pixels.
+void Chooseheaderfont(SettingsRecord& s);
 
 // What a page shows when it is first built. Filling may change the record where
 // showing the page acts at once (an unset default category becomes 15). A page

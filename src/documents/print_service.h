@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,12 @@ namespace tilo {
 struct PrinterInfo {
   std::string name;
   std::string port;
+};
+
+// A font picked in the font chooser: its description and its size in whole points.
+struct ChosenFont {
+  FontDescription font;
+  int points = 0;
 };
 
 class PrintService {
@@ -42,6 +49,8 @@ class PrintService {
   virtual void pump_messages() {}
   // The "Please wait.." box of a listing that scans a whole file first.
   virtual void show_wait_box(bool shown) { (void)shown; }
+  // The font chooser over the printers' fonts; nullopt when cancelled.
+  virtual std::optional<ChosenFont> choose_font() { return std::nullopt; }
   // The printers to choose from; false when the print system gives no answer.
   virtual bool list_printers(std::vector<PrinterInfo>& printers) {
     printers.clear();

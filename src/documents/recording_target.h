@@ -95,6 +95,7 @@ class RecordingPrintService : public PrintService {
   void close_abort_box() override;
   void pump_messages() override;
   void show_wait_box(bool shown) override;
+  std::optional<ChosenFont> choose_font() override { return chosen_font; }
   bool list_printers(std::vector<PrinterInfo>& printers) override {
     printers = printer_list;
     return !printers_fail;
@@ -121,6 +122,8 @@ class RecordingPrintService : public PrintService {
   // What list_printers answers.
   std::vector<PrinterInfo> printer_list;
   bool printers_fail = false;
+  // What the font chooser answers (nullopt: cancelled).
+  std::optional<ChosenFont> chosen_font;
 };
 
 }  // namespace tilo

@@ -33,6 +33,8 @@ class ConfigPagesTest : public ShopTest {
     s_.drawer_open_char = 7;
     s_.drawer_repeat = 3;
     s_.first_year = 2024;
+    s_.tax1_rate = 2000;
+    s_.custom_line_store_name = 1;
     s_.history_from_day = 1;
     s_.history_from_month = 1;
     s_.history_from_year = 2025;
@@ -46,6 +48,8 @@ class ConfigPagesTest : public ShopTest {
   static const PageTable& Page(const std::string& tab) {
     for (const PageTable& page : ConfigurationPages())
       if (page.tab == tab) return page;
+    for (const PageTable* form : {&TaxForm(), &CustomReceiptForm(), &InvoiceForm(), &HeadingForm()})
+      if (form->tab == tab) return *form;
     throw std::runtime_error(tab);
   }
   // Fills the page from the record, lets `change` alter its values, stores it.
@@ -138,6 +142,21 @@ TEST_F(ConfigPagesTest, EditBoxesKeepWhatLiesWithinTheirLimitsAndQuietlyDropTheR
        [](auto& s) { return std::to_string(s.pole_columns1); }, "-3"},
       {"Pole configuration", "pole_passive_text", std::string(40, 'p'),
        [](auto& s) { return FieldText(s.pole_passive_text); }, std::string(31, 'p')},
+      {"TAX CONTROL", "tax1_rate", "10000", [](auto& s) { return std::to_string(s.tax1_rate); },
+       "2000"},
+      {"TAX CONTROL", "tax1_rate", "", [](auto& s) { return std::to_string(s.tax1_rate); }, "0"},
+      {"TAX CONTROL", "tax1_threshold", "2.005",
+       [](auto& s) { return std::to_string(s.tax1_threshold); }, std::to_string(double(2.005f))},
+      {"Custom receipt", "line_store_name", "41",
+       [](auto& s) { return std::to_string(s.custom_line_store_name); }, "1"},
+      {"Custom receipt", "line_store_name", "-1",
+       [](auto& s) { return std::to_string(s.custom_line_store_name); }, "-1"},
+      {"Invoices", "line_items", "80", [](auto& s) { return std::to_string(s.invoice_line_items); },
+       "80"},
+      {"Invoices", "line_items", "81", [](auto& s) { return std::to_string(s.invoice_line_items); },
+       "80"},
+      {"Print heading", "site_road", std::string(45, 'r'),
+       [](auto&) { return FieldText(G().heading.site_road); }, std::string(39, 'r')},
       {"Receipts", "receipt_footer", std::string(254, 'f'),
        [](auto& s) { return FieldText(s.receipt_footer); }, std::string(251, 'f')},
   };
@@ -237,6 +256,17 @@ TEST_F(ConfigPagesTest, PrinterChoiceKeepsTheNameAndPortOfThePrinterChosen) {
   EXPECT_EQ(s_.print_confirm, 1);
   EXPECT_THAT(platform_.shown(),
               ElementsAre("Problem: Unable to get printers", "Problem: Unable to get printers"));
+}
+
+TEST_F(ConfigPagesTest, HeaderFontKeepsTheChoiceWithItsHeightInPrinterPixels) {
+  Chooseheaderfont(s_);  // cancelled: nothing changes
+  EXPECT_EQ(FieldText(s_.invoice_font_face), "");
+  printers_.chosen_font = ChosenFont{{"Georgia", 0, 0, 700, true, false, false}, 14};
+  Chooseheaderfont(s_);
+  EXPECT_EQ(FieldText(s_.invoice_font_face), "Georgia");
+  EXPECT_EQ(s_.invoice_font_height, -(300 * 14 / 72));
+  EXPECT_EQ(s_.invoice_font_weight, 700);
+  EXPECT_EQ(s_.invoice_font_italic, 1);
 }
 
 }  // namespace

@@ -13,8 +13,10 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollArea>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "core/settings.h"
 #include "core/state.h"
@@ -42,17 +44,31 @@ bool Compact(const FieldRule& rule) {
 
 }  // namespace
 
-ConfigSheet::ConfigSheet(QWidget* parent) : QDialog(parent), pages_(ConfigurationPages().size()) {
-  setObjectName("REPORT0BOX");
-  setWindowTitle("Configuration");
+ConfigSheet::ConfigSheet(QWidget* parent) : QDialog(parent) {
+  std::vector<const PageTable*> tables;
+  for (const PageTable& page : ConfigurationPages()) tables.push_back(&page);
+  Make(tables, "Configuration", "REPORT0BOX");
+}
+
+ConfigSheet::ConfigSheet(QWidget* parent, const PageTable& form) : QDialog(parent) {
+  Make({&form}, form.tab, form.form);
+  tabs_->tabBar()->hide();
+  apply_->hide();
+}
+
+void ConfigSheet::Make(const std::vector<const PageTable*>& tables, const std::string& title,
+                       const std::string& name) {
+  setObjectName(Q(name));
+  setWindowTitle(Q(title));
   auto* layout = new QVBoxLayout(this);
   tabs_ = new QTabWidget(this);
   tabs_->setObjectName("tabs");
-  for (const PageTable& page : ConfigurationPages()) {
+  for (const PageTable* table : tables) {
+    pages_.push_back(Page{table, false, {}});
     auto* holder = new QWidget(tabs_);
-    holder->setObjectName(Q(page.form));
+    holder->setObjectName(Q(table->form));
     new QVBoxLayout(holder);
-    tabs_->addTab(holder, Q(page.tab));
+    tabs_->addTab(holder, Q(table->tab));
   }
   layout->addWidget(tabs_);
   auto* buttons = new QHBoxLayout;
@@ -85,7 +101,9 @@ ConfigSheet::ConfigSheet(QWidget* parent) : QDialog(parent), pages_(Configuratio
     if (page >= 0) Build(page);
   });
   // Within 800 x 600: long pages scroll inside their tab.
-  resize(780, 560);
+  int rows = 0;
+  for (const PageTable* table : tables) rows = std::max(rows, int(table->rules.size()));
+  resize(780, std::min(560, 140 + 34 * rows));
 }
 
 void ConfigSheet::Changed() {
@@ -190,7 +208,7 @@ void ConfigSheet::Build(int page) {
   if (pages_[size_t(page)].built) return;
   Page& built = pages_[size_t(page)];
   built.built = true;
-  const PageTable& table = ConfigurationPages()[size_t(page)];
+  const PageTable& table = *built.table;
   const PageValues values = FillPage(table, G().settings);
 
   auto* scroll = new QScrollArea(tabs_->widget(page));
@@ -256,9 +274,10 @@ PageValues ConfigSheet::Collect(int page) const {
 
 void ConfigSheet::Store() {
   for (size_t page = 0; page < pages_.size(); ++page)
-    if (pages_[page].built) StorePage(ConfigurationPages()[page], Collect(int(page)), G().settings);
-  // Kept at once, so a power cut after "OK" loses nothing typed here.
-  Savesettings();
+    if (pages_[page].built) StorePage(*pages_[page].table, Collect(int(page)), G().settings);
+  // Kept at once, so a power cut after "OK" loses nothing typed here. The pages
+  // of one sheet share one file.
+  pages_[0].table->save();
 }
 
 void InstallConfigHandlers() {
@@ -266,6 +285,17 @@ void InstallConfigHandlers() {
     ConfigSheet sheet(TillWindow());
     sheet.exec();
   });
+  const std::pair<Command, const PageTable& (*)()> forms[] = {
+      {Command::TaxSetup, TaxForm},
+      {Command::CustomReceipt, CustomReceiptForm},
+      {Command::Invoices, InvoiceForm},
+      {Command::StorePrintHeading, HeadingForm},
+  };
+  for (const auto& [command, form] : forms)
+    SetHandler(command, [form](int) {
+      ConfigSheet sheet(TillWindow(), form());
+      sheet.exec();
+    });
 }
 
 }  // namespace tilo

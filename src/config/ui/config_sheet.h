@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 // "Configuration": the property sheet of five pages. Each page is built from its
 // table the first time it is shown; "OK" and "Apply" store the pages built so
-// far, in order, and write wr.cfg. "Cancel" stores nothing.
+// far, in order, and write wr.cfg. "Cancel" stores nothing. The small set-up
+// forms are the same thing with one page, no tabs and no "Apply".
 #pragma once
 
 #include <QDialog>
@@ -25,7 +26,10 @@ namespace tilo {
 class ConfigSheet : public QDialog {
   Q_OBJECT
  public:
+  // The property sheet "Configuration".
   explicit ConfigSheet(QWidget* parent);
+  // A modal form of one page.
+  ConfigSheet(QWidget* parent, const PageTable& form);
 
   QTabWidget* tabs() const { return tabs_; }
   QPushButton* ok() const { return ok_; }
@@ -45,10 +49,13 @@ class ConfigSheet : public QDialog {
     QComboBox* date[3] = {nullptr, nullptr, nullptr};
   };
   struct Page {
+    const PageTable* table = nullptr;
     bool built = false;
     std::map<std::string, Row> rows;
   };
 
+  void Make(const std::vector<const PageTable*>& tables, const std::string& title,
+            const std::string& name);
   void Build(int page);
   QWidget* MakeControl(int page, const FieldRule& rule, const PageValue& value, Row& row);
   PageValues Collect(int page) const;

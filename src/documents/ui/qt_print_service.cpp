@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDialogButtonBox>
+#include <QFontDialog>
 #include <QFormLayout>
 #include <QLabel>
 #include <QPrinterInfo>
@@ -88,6 +89,21 @@ bool QtPrintService::list_printers(std::vector<PrinterInfo>& printers) {
     printers.push_back(printer);
   }
   return true;
+}
+
+std::optional<ChosenFont> QtPrintService::choose_font() {
+  bool ok = false;
+  const QFont font =
+      QFontDialog::getFont(&ok, QFont("Arial", 12), QApplication::activeWindow(), "Header font");
+  if (!ok) return std::nullopt;
+  ChosenFont chosen;
+  chosen.font.face = font.family().toStdString();
+  chosen.font.weight = font.weight();  // the same 100 to 900 scale as the record's
+  chosen.font.italic = font.italic();
+  chosen.font.underline = font.underline();
+  chosen.font.strikeout = font.strikeOut();
+  chosen.points = font.pointSize() > 0 ? font.pointSize() : 12;
+  return chosen;
 }
 
 std::unique_ptr<PrintTarget> QtPrintService::default_printer() {

@@ -38,6 +38,7 @@ class QtPrintService : public PrintService {
   void pump_messages() override;
   void show_wait_box(bool shown) override;
   bool list_printers(std::vector<PrinterInfo>& printers) override;
+  std::optional<ChosenFont> choose_font() override;
 
   // The print system's printers, then "PDF".
   static QStringList Printers();

@@ -85,5 +85,32 @@ TEST_F(ConfigSheetTest, CancelStoresNothingAndOkStoresOnlyThePagesShown) {
   EXPECT_EQ(std::memcmp(cfg.data(), &s, cfg.size()), 0);
 }
 
+TEST_F(ConfigSheetTest, SmallFormsHaveOnePageAndOkWritesTheirFile) {
+  ReadHeadingLines(G().heading);
+  struct Case {
+    const PageTable& form;
+    const char* box;
+    const char* typed;
+    const char* file;
+    size_t offset;
+    std::string bytes;
+  } cases[] = {
+      {TaxForm(), "tax1_rate", "1000", "wr.cfg", 1144, std::string("\xe8\x03\0\0", 4)},
+      {CustomReceiptForm(), "line_date", "-1", "wr.cfg", 33258, "\xff\xff\xff\xff"},
+      {InvoiceForm(), "line_items", "22", "wr.cfg", 40738, std::string("\x16\0\0\0", 4)},
+      {HeadingForm(), "site_road", "1 High St", "ADDRESS.VT", 42, std::string("1 High St\0", 10)},
+  };
+  for (const Case& c : cases) {
+    ConfigSheet form(nullptr, c.form);
+    EXPECT_EQ(form.windowTitle().toStdString(), c.form.tab);
+    EXPECT_FALSE(form.apply()->isVisibleTo(&form));
+    QLineEdit* box = Find<QLineEdit>(form, c.box);
+    box->selectAll();
+    QTest::keyClicks(box, c.typed);
+    form.ok()->click();
+    EXPECT_EQ(Bytes(c.file).substr(c.offset, c.bytes.size()), c.bytes) << c.box;
+  }
+}
+
 }  // namespace
 }  // namespace tilo
