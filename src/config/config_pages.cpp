@@ -11,6 +11,7 @@
 #include "devices/ports.h"
 #include "documents/print_service.h"
 #include "documents/receipt.h"
+#include "platform/files.h"
 #include "platform/platform.h"
 
 namespace tilo {
@@ -469,6 +470,7 @@ std::vector<std::string> Ports(int count, bool colon) {
 template <typename T>
 FieldRule PortList(std::string key, T SettingsRecord::*field, int count, bool colon) {
   FieldRule rule = List(std::move(key), "Port", field, {}, 0, count - 1);
+  rule.port_list = true;
   auto fill = rule.fill;
   rule.fill = [fill, count, colon](SettingsRecord& s) {
     PageValue v = fill(s);
@@ -476,6 +478,21 @@ FieldRule PortList(std::string key, T SettingsRecord::*field, int count, bool co
     return v;
   };
   return rule;
+}
+
+// "Device…" beside a port list: the port chosen there.
+FieldRule DeviceButton(const std::string& list) {
+  return {list + "_device",
+          "Device…",
+          Control::Button,
+          0,
+          {},
+          nullptr,
+          nullptr,
+          [list](SettingsRecord&, const PageValues& values) {
+            auto it = values.find(list);
+            if (it != values.end() && it->second.choice >= 0) Choosedevice(it->second.choice);
+          }};
 }
 
 std::vector<FieldRule> TillRules() {
@@ -492,6 +509,7 @@ std::vector<FieldRule> TillRules() {
                    },
                    nullptr});
   rules.push_back(PortList("drawer_port", &SettingsRecord::drawer_port, 10, true));
+  rules.push_back(DeviceButton("drawer_port"));
   rules.push_back(Number("drawer_open_char", "Open character (0-255)",
                          &SettingsRecord::drawer_open_char, 20, 0, 255));
   rules.push_back(
@@ -533,6 +551,7 @@ std::vector<FieldRule> PoleRules() {
   std::vector<FieldRule> rules;
   rules.push_back(Tick("pole_enabled", "Use", &SettingsRecord::pole_enabled, kTick20));
   rules.push_back(PortList("pole_port", &SettingsRecord::pole_port, 8, false));
+  rules.push_back(DeviceButton("pole_port"));
   rules.push_back(List("pole_baud", "Baud rate", &SettingsRecord::pole_baud,
                        {"9600", "300", "600", "1200", "2400", "4800", "14400", "19200", "38400",
                         "57600", "115200", "128000", "256000"},
@@ -810,6 +829,31 @@ const PageTable& HeadingForm() {
        Note("Each line may contain 40 characters")},
       [] { return WriteHeadingLines(G().heading); }};
   return form;
+}
+
+bool Choosedevice(int port) {
+  const std::string name = PortName(port);
+  if (name.empty()) return false;
+  const std::optional<std::string> path = platform().prompt(
+      "Device for " + name + " (for example /dev/ttyUSB0)", "Device", PortPath(name));
+  if (!path) return false;
+  // Every other line stays as it was; this port's line is replaced or added.
+  std::string kept;
+  const std::string cfg = ReadWholeFile(kPortsFile).value_or("");
+  size_t start = 0;
+  while (start < cfg.size()) {
+    size_t end = cfg.find('\n', start);
+    if (end == std::string::npos) end = cfg.size();
+    const std::string line = cfg.substr(start, end - start);
+    start = end + 1;
+    const size_t eq = line.find('=');
+    std::string key = eq == std::string::npos ? "" : line.substr(0, eq);
+    key.erase(0, key.find_first_not_of(" \t"));
+    key.erase(key.find_last_not_of(" \t") + 1);
+    if (UpperCase(key) != name) kept += line + "\n";
+  }
+  if (!path->empty()) kept += name + "=" + *path + "\n";
+  return ReplaceFile(kPortsFile, kept);
 }
 
 std::string PortChoice(int port, bool colon) {

@@ -49,6 +49,7 @@ struct FieldRule {
   std::function<PageValue(SettingsRecord&)> fill;
   std::function<void(SettingsRecord&, const PageValue&, const PageValues&)> store;
   std::function<void(SettingsRecord&, const PageValues&)> press;  // buttons
+  bool port_list = false;  // its items name devices, refreshed after a button acts
 };
 
 struct PageTable {
@@ -79,6 +80,11 @@ void Chooseheaderfont(SettingsRecord& s);
 PageValues FillPage(const PageTable& page, SettingsRecord& s);
 // Stores the page's fields in table order, each by its own limits.
 void StorePage(const PageTable& page, const PageValues& values, SettingsRecord& s);
+
+// "Device…": asks for the device a port stands for and keeps it in ports.cfg
+// (an empty answer puts the port back to its usual device). False when cancelled
+// or when the file can't be written.
+bool Choosedevice(int port);
 
 // The ports as the lists show them: "COM1:" with the device it stands for.
 std::string PortChoice(int port, bool colon);

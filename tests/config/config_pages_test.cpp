@@ -269,5 +269,24 @@ TEST_F(ConfigPagesTest, HeaderFontKeepsTheChoiceWithItsHeightInPrinterPixels) {
   EXPECT_EQ(s_.invoice_font_italic, 1);
 }
 
+TEST_F(ConfigPagesTest, DeviceOfAPortIsKeptInPortsCfg) {
+  WriteBytes("ports.cfg", "# till\nCOM2=/dev/old\nLPT1=/dev/lp5\n");
+  struct Case {
+    std::optional<std::string> answer;
+    std::string file;
+  } cases[] = {
+      {std::nullopt, "# till\nCOM2=/dev/old\nLPT1=/dev/lp5\n"},
+      {"/dev/ttyUSB0", "# till\nLPT1=/dev/lp5\nCOM2=/dev/ttyUSB0\n"},
+      {"", "# till\nLPT1=/dev/lp5\n"},
+  };
+  for (const Case& c : cases) {
+    platform_.queue_prompt(c.answer);
+    EXPECT_EQ(Choosedevice(1), c.answer.has_value());
+    EXPECT_EQ(Bytes("ports.cfg"), c.file);
+  }
+  EXPECT_EQ(PortChoice(8, true), "LPT1:  /dev/lp5");
+  EXPECT_EQ(PortChoice(1, false), "COM2  /dev/ttyS1");
+}
+
 }  // namespace
 }  // namespace tilo

@@ -183,8 +183,17 @@ QWidget* ConfigSheet::MakeControl(int page, const FieldRule& rule, const PageVal
     case Control::Button: {
       auto* button = new QPushButton(Q(rule.label), holder);
       button->setAutoDefault(false);
-      connect(button, &QPushButton::clicked, this,
-              [this, page, &rule] { rule.press(G().settings, Collect(page)); });
+      connect(button, &QPushButton::clicked, this, [this, page, &rule] {
+        rule.press(G().settings, Collect(page));
+        // A port may stand for another device now.
+        for (const FieldRule& r : pages_[size_t(page)].table->rules) {
+          if (!r.port_list) continue;
+          QComboBox* list = pages_[size_t(page)].rows.at(r.key).list;
+          const PageValue fresh = r.fill(G().settings);
+          for (int i = 0; i < list->count() && i < int(fresh.options.size()); ++i)
+            list->setItemText(i, Q(fresh.options[size_t(i)]));
+        }
+      });
       return button;
     }
     case Control::Reading: {
