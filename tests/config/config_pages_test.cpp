@@ -269,6 +269,22 @@ TEST_F(ConfigPagesTest, HeaderFontKeepsTheChoiceWithItsHeightInPrinterPixels) {
   EXPECT_EQ(s_.invoice_font_italic, 1);
 }
 
+TEST_F(ConfigPagesTest, PreviewKeepsTheTextsAndLineSettingsItShows) {
+  WriteBytes("ports.cfg", "COM1=" + folder_ + "/no-such-line\n");
+  const PageTable& pole = Page("Pole configuration");
+  PageValues values = FillPage(pole, s_);
+  values.at("pole_passive_text").text = "HELLO";
+  values.at("pole_baud").choice = 3;
+  values.at("pole_columns1").text = "9";
+  values.at("pole_enabled").choice = 1;
+  for (const FieldRule& rule : pole.rules)
+    if (rule.key == "preview") rule.press(s_, values);
+  EXPECT_EQ(FieldText(s_.pole_passive_text), "HELLO");
+  EXPECT_EQ(s_.pole_baud, 3);
+  EXPECT_EQ(s_.pole_columns1, 0);  // not one of the preview's values
+  EXPECT_EQ(s_.pole_enabled, 0);
+}
+
 TEST_F(ConfigPagesTest, DeviceOfAPortIsKeptInPortsCfg) {
   WriteBytes("ports.cfg", "# till\nCOM2=/dev/old\nLPT1=/dev/lp5\n");
   struct Case {

@@ -37,6 +37,16 @@ QComboBox* ListBox(QWidget* parent, const std::vector<std::string>& items, int c
   return box;
 }
 
+// A tick's text broken between words, so the longest fits the page's width.
+QString Wrapped(const std::string& label) {
+  QStringList lines{""};
+  for (const QString& word : Q(label).split(' ')) {
+    if (!lines.last().isEmpty() && lines.last().size() + word.size() >= 96) lines.append("");
+    lines.last() += (lines.last().isEmpty() ? "" : " ") + word;
+  }
+  return lines.join('\n');
+}
+
 // Category boxes are short and many: six to a row.
 bool Compact(const FieldRule& rule) {
   return rule.control == Control::Caps && rule.key.rfind("category", 0) == 0;
@@ -140,7 +150,7 @@ QWidget* ConfigSheet::MakeControl(int page, const FieldRule& rule, const PageVal
       return row.lines;
     }
     case Control::Tick:
-      row.tick = new QCheckBox(Q(rule.label), holder);
+      row.tick = new QCheckBox(Wrapped(rule.label), holder);
       row.tick->setChecked(value.choice == 1);
       return row.tick;
     case Control::List:
