@@ -106,6 +106,18 @@ int64_t BandCreditPeriod(const SettingsRecord& s, int band) {
   return ReadAt<int64_t>(s, offsetof(SettingsRecord, free_configuration) + 8 * size_t(band));
 }
 
+void SetBandDiscount(SettingsRecord& s, int band, int32_t code) {
+  std::memcpy(reinterpret_cast<char*>(&s) + offsetof(SettingsRecord, receipt_printer_index) +
+                  4 * size_t(band),
+              &code, sizeof code);
+}
+
+void SetBandCreditPeriod(SettingsRecord& s, int band, int64_t code) {
+  std::memcpy(reinterpret_cast<char*>(&s) + offsetof(SettingsRecord, free_configuration) +
+                  8 * size_t(band),
+              &code, sizeof code);
+}
+
 double CategoryHistory(const SettingsRecord& s, int c, int d) {
   return ReadAt<double>(s, 3338 + 256 * size_t(c) + 8 * size_t(d));
 }

@@ -642,6 +642,8 @@ void SetCategoryCode(SettingsRecord& s, int n, const char* code);
 // at offset 36 + 4b and 1040 + 8b; band 0 is never a band.
 int32_t BandDiscount(const SettingsRecord& s, int band);
 int64_t BandCreditPeriod(const SettingsRecord& s, int band);
+void SetBandDiscount(SettingsRecord& s, int band, int32_t code);
+void SetBandCreditPeriod(SettingsRecord& s, int band, int64_t code);
 // Money per category (zero-based c) and past day d (1 to 31).
 double CategoryHistory(const SettingsRecord& s, int c, int d);
 void SetCategoryHistory(SettingsRecord& s, int c, int d, double value);

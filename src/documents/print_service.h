@@ -7,11 +7,26 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "documents/print_target.h"
 
 namespace tilo {
+
+// A printer as a choice of the receipts set-up: its name and where it prints
+// (the print system's device address).
+struct PrinterInfo {
+  std::string name;
+  std::string port;
+};
+
+// A font picked in the font chooser: its description and its size in whole points.
+struct ChosenFont {
+  FontDescription font;
+  int points = 0;
+};
 
 class PrintService {
  public:
@@ -34,6 +49,13 @@ class PrintService {
   virtual void pump_messages() {}
   // The "Please wait.." box of a listing that scans a whole file first.
   virtual void show_wait_box(bool shown) { (void)shown; }
+  // The font chooser over the printers' fonts; nullopt when cancelled.
+  virtual std::optional<ChosenFont> choose_font() { return std::nullopt; }
+  // The printers to choose from; false when the print system gives no answer.
+  virtual bool list_printers(std::vector<PrinterInfo>& printers) {
+    printers.clear();
+    return false;
+  }
 };
 
 PrintService& print_service();

@@ -95,6 +95,11 @@ class RecordingPrintService : public PrintService {
   void close_abort_box() override;
   void pump_messages() override;
   void show_wait_box(bool shown) override;
+  std::optional<ChosenFont> choose_font() override { return chosen_font; }
+  bool list_printers(std::vector<PrinterInfo>& printers) override {
+    printers = printer_list;
+    return !printers_fail;
+  }
 
   // The texts drawn by all targets, in order.
   std::vector<std::string> texts() const;
@@ -114,6 +119,11 @@ class RecordingPrintService : public PrintService {
   int pumps = 0;
   bool abort_box_open = false;
   bool main_window_enabled = true;
+  // What list_printers answers.
+  std::vector<PrinterInfo> printer_list;
+  bool printers_fail = false;
+  // What the font chooser answers (nullopt: cancelled).
+  std::optional<ChosenFont> chosen_font;
 };
 
 }  // namespace tilo

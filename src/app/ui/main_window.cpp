@@ -7,6 +7,7 @@
 #include <QResizeEvent>
 #include <QToolBar>
 
+#include "config/ui/config_sheet.h"
 #include "core/state.h"
 #include "customers/reminder_diary.h"
 #include "customers/ui/customer_dialog.h"
@@ -104,6 +105,7 @@ MainWindow::MainWindow(DesktopSize desktop, bool open_store) : desktop_(desktop)
   InstallReminderForms();
   InstallPictureHandlers();
   InstallPictureForms();
+  InstallConfigHandlers();
   buildMenus();
   buildToolBar();
   sale_ = new SaleScreen(this);

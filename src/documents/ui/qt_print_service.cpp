@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "documents/ui/qt_print_service.h"
 
+#include <cups/cups.h>
 #include <QApplication>
 #include <QComboBox>
 #include <QDialogButtonBox>
+#include <QFontDialog>
 #include <QFormLayout>
 #include <QLabel>
 #include <QPrinterInfo>
@@ -69,6 +71,39 @@ QStringList QtPrintService::Printers() {
 QString QtPrintService::DefaultPrinter() {
   const QString name = QPrinterInfo::defaultPrinterName();
   return name.isEmpty() ? QString(kPdfPrinterName) : name;
+}
+
+bool QtPrintService::list_printers(std::vector<PrinterInfo>& printers) {
+  printers.clear();
+  for (const QString& name : Printers()) {
+    PrinterInfo printer{name.toStdString(), ""};
+    if (name == kPdfPrinterName) {
+      printer.port = kPrintoutFolder;
+    } else if (cups_dest_t* dest =
+                   cupsGetNamedDest(CUPS_HTTP_DEFAULT, printer.name.c_str(), nullptr)) {
+      // The queue's device address ("usb://...", "socket://..."): where it prints.
+      if (const char* uri = cupsGetOption("device-uri", dest->num_options, dest->options))
+        printer.port = uri;
+      cupsFreeDests(1, dest);
+    }
+    printers.push_back(printer);
+  }
+  return true;
+}
+
+std::optional<ChosenFont> QtPrintService::choose_font() {
+  bool ok = false;
+  const QFont font =
+      QFontDialog::getFont(&ok, QFont("Arial", 12), QApplication::activeWindow(), "Header font");
+  if (!ok) return std::nullopt;
+  ChosenFont chosen;
+  chosen.font.face = font.family().toStdString();
+  chosen.font.weight = font.weight();  // the same 100 to 900 scale as the record's
+  chosen.font.italic = font.italic();
+  chosen.font.underline = font.underline();
+  chosen.font.strikeout = font.strikeOut();
+  chosen.points = font.pointSize() > 0 ? font.pointSize() : 12;
+  return chosen;
 }
 
 std::unique_ptr<PrintTarget> QtPrintService::default_printer() {

@@ -37,6 +37,8 @@ class QtPrintService : public PrintService {
   void close_abort_box() override;
   void pump_messages() override;
   void show_wait_box(bool shown) override;
+  bool list_printers(std::vector<PrinterInfo>& printers) override;
+  std::optional<ChosenFont> choose_font() override;
 
   // The print system's printers, then "PDF".
   static QStringList Printers();
