@@ -11,7 +11,6 @@
 #include "core/state.h"
 #include "core/text.h"
 #include "documents/recording_target.h"
-#include "documents/store_heading.h"
 #include "support/shop_fixture.h"
 
 namespace tilo {
@@ -197,31 +196,6 @@ TEST_F(MailmergeTest, LoadTakesOneToAThousandBytesAndMakesThemCp1252WithCrLf) {
   platform_.queue_file("saved.txt");
   Savemergetext("CAF\xC3\x89\nNEXT");
   EXPECT_EQ(Bytes("saved.txt"), "CAF\xC9\r\nNEXT");
-}
-
-TEST_F(MailmergeTest, StorePrintHeadingKeepsTheLinesOnOkOnly) {
-  struct Form : HeadingView {
-    bool edit(HeadingEntries& e) override {
-      offered = e[0];
-      e[0] = "CAF\xC3\x89 " + std::string(45, 'X');
-      e[5] = "0113 496 0000";
-      return ok;
-    }
-    bool ok = false;
-    std::string offered;
-  } form;
-  install_heading_view(&form);
-  Storeprintheading();
-  EXPECT_EQ(form.offered, "THE CORNER SHOP");
-  EXPECT_EQ(FieldText(G().heading.site_name), "THE CORNER SHOP");
-  form.ok = true;
-  Storeprintheading();
-  install_heading_view(nullptr);
-  // Forty Windows-1252 characters, on disk at once.
-  const std::string name = "CAF\xC9 " + std::string(35, 'X');
-  EXPECT_EQ(FieldText(G().heading.site_name), name);
-  EXPECT_EQ(Bytes("ADDRESS.VT").substr(0, 41), name + '\0');
-  EXPECT_EQ(Bytes("ADDRESS.VT").substr(5 * 42, 14), std::string("0113 496 0000") + '\0');
 }
 
 }  // namespace

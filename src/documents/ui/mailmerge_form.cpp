@@ -14,8 +14,6 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "documents/ui/store_heading_form.h"
-
 namespace tilo {
 namespace {
 
@@ -127,7 +125,6 @@ MergeEntries MailmergeForm::entries() const {
 void InstallMailmergeHandlers() {
   install_mailmerge_view(&qt_view);
   InstallMailmergeCommand();
-  InstallStoreHeadingForm();
 }
 
 }  // namespace tilo
