@@ -8,6 +8,7 @@
 #include <QTest>
 
 #include "core/state.h"
+#include "sale/commands.h"
 #include "support/shop_fixture.h"
 #include "tender/ui/clerk_forms.h"
 
@@ -56,6 +57,24 @@ TEST_F(MainWindowTest, AFailedOpeningLeavesTheWindowUnopened) {
   EXPECT_TRUE(G().open_failed);
   EXPECT_EQ(platform_.shown(),
             std::vector<std::string>{"Fatal error: Unable to open film.dat in Opendata"});
+}
+
+// Every menu entry, tool button and key of the item box does something once the
+// main window stands.
+TEST_F(MainWindowTest, EveryMenuEntryToolButtonAndKeyHasItsWork) {
+  MakeFreshShop();
+  MainWindow window({1280, 1024});
+  ASSERT_TRUE(window.opened());
+  std::vector<std::string> idle;
+  for (const CommandEntry& e : CommandTable())
+    if (!HasHandler(e.command)) idle.push_back(std::string(e.menu) + " " + e.entry);
+  for (const ToolButton& b : ToolBar())
+    if (b.command != Command::None && !HasHandler(b.command))
+      idle.push_back(std::string("tool bar ") + b.tip);
+  for (const KeyBinding& k : KeyTable())
+    if (!HasHandler(k.command)) idle.push_back(std::string("key ") + k.key);
+  EXPECT_TRUE(idle.empty()) << ::testing::PrintToString(idle);
+  ClearHandlers();
 }
 
 }  // namespace
