@@ -174,6 +174,8 @@ class Session:
 
     # --- the program --------------------------------------------------------
     def start(self):
+        # A fresh shop shows the tip of the day after the first log-on of a run.
+        self.tip_pending = True
         self.log = open(os.path.join(self.tmp, "tilo.log"), "w")
         self.app = subprocess.Popen([self.tilo], cwd=self.shop, env=self._env(),
                                     stdout=self.log, stderr=subprocess.STDOUT)
@@ -226,12 +228,20 @@ class Session:
 
     def log_on(self, clerk=1, password="7351", timeout=20.0):
         """Logs `clerk` on at the log-on form that every start opens after the
-        splash: the arrow key steps to the clerk, then the password and Enter."""
+        splash: the arrow key steps to the clerk, then the password and Enter; the
+        tip of the day that follows the run's first log-on is closed."""
         form = self.find_window("USER LOGON", timeout)
         time.sleep(0.3)
         self.key(form, *(["Up"] * (clerk - 1)))
         self.type(form, password)
         self.key(form, "Return")
+        if getattr(self, "tip_pending", False):
+            # Closed with its start-up tick left set, so the next run shows it too.
+            self.tip_pending = False
+            tip = self.find_window("TIP OF THE DAY", 10.0)
+            time.sleep(0.3)
+            self.key(tip, "Return")
+            time.sleep(0.3)
 
     def open_till(self, clerk=1, password="7351"):
         """Starts the program, logs `clerk` on and returns the main window as

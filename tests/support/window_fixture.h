@@ -10,6 +10,7 @@
 #include <memory>
 
 #include "app/ui/main_window.h"
+#include "core/state.h"
 #include "sale/commands.h"
 #include "support/shop_fixture.h"
 #include "tender/ui/clerk_forms.h"
@@ -33,6 +34,8 @@ class WindowTest : public ShopTest {
   MainWindow& OpenWindow(bool log_on = false, DesktopSize desktop = {1280, 1024}) {
     window_ = std::make_unique<MainWindow>(desktop);
     EXPECT_TRUE(window_->opened());
+    // The forms' tests don't want the tip of the day over them.
+    G().settings.tips_at_startup_off = 2;
     if (log_on) {
       window_->afterSplash();
       if (LogonDialog* logon = Openlogonform()) {

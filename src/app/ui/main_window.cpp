@@ -7,22 +7,24 @@
 #include <QResizeEvent>
 #include <QToolBar>
 
+#include "config/tips.h"
 #include "config/ui/config_sheet.h"
+#include "config/ui/tip_form.h"
 #include "core/state.h"
 #include "customers/reminder_diary.h"
 #include "customers/ui/customer_dialog.h"
-#include "customers/ui/supplier_form.h"
 #include "customers/ui/reminder_form.h"
-#include "inventory/pictures.h"
-#include "inventory/ui/picture_forms.h"
+#include "customers/ui/supplier_form.h"
 #include "devices/pole.h"
 #include "documents/ui/document_commands.h"
 #include "documents/ui/label_form.h"
-#include "documents/ui/statement_form.h"
 #include "documents/ui/mailmerge_form.h"
+#include "documents/ui/statement_form.h"
 #include "inventory/item_find.h"
+#include "inventory/pictures.h"
 #include "inventory/ui/find_forms.h"
 #include "inventory/ui/item_forms.h"
+#include "inventory/ui/picture_forms.h"
 #include "mail/ui/mail_setup_form.h"
 #include "mail/ui/upload_setup_form.h"
 #include "reports/ui/activity_forms.h"
@@ -39,6 +41,7 @@
 #include "tender/ui/adjust_forms.h"
 #include "tender/ui/card_forms.h"
 #include "tender/ui/cash_form.h"
+#include "tender/ui/clerk_forms.h"
 #include "tender/ui/refund_forms.h"
 #include "tender/ui/split_form.h"
 #include "tender/ui/till_forms.h"
@@ -106,6 +109,7 @@ MainWindow::MainWindow(DesktopSize desktop, bool open_store) : desktop_(desktop)
   InstallPictureHandlers();
   InstallPictureForms();
   InstallConfigHandlers();
+  InstallTipHandlers();
   buildMenus();
   buildToolBar();
   sale_ = new SaleScreen(this);
@@ -218,6 +222,12 @@ void MainWindow::afterSplash() {
   sale_->itemBox()->setFocus();
   // Nobody sells before a clerk has logged on.
   Dispatch(Command::LogOff);
+  // The tip of the day follows the first log-on of the run, so that it never
+  // stands over the log-on form.
+  if (LogonDialog* logon = Openlogonform())
+    connect(logon, &QDialog::accepted, this, [this] {
+      if (Tipsatstartup()) Opentipoftheday(this);
+    });
 }
 
 }  // namespace tilo

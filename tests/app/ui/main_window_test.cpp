@@ -4,9 +4,13 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QCheckBox>
+#include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTest>
 
+#include "config/ui/tip_form.h"
 #include "core/state.h"
 #include "sale/commands.h"
 #include "support/shop_fixture.h"
@@ -21,6 +25,7 @@ TEST_F(MainWindowTest, OpensTheStoreAndFocusesTheItemBoxAtTheSizeOfTheScreenRule
   MakeFreshShop();
   MainWindow large({1280, 1024});
   ASSERT_TRUE(large.opened());
+  G().settings.tips_at_startup_off = 2;
   EXPECT_EQ(large.windowTitle(), "TILO Retail");
   EXPECT_EQ(large.size(), QSize(1024, 746));
   EXPECT_FALSE(large.windowFlags() & Qt::WindowMaximizeButtonHint);
@@ -74,6 +79,36 @@ TEST_F(MainWindowTest, EveryMenuEntryToolButtonAndKeyHasItsWork) {
   for (const KeyBinding& k : KeyTable())
     if (!HasHandler(k.command)) idle.push_back(std::string("key ") + k.key);
   EXPECT_TRUE(idle.empty()) << ::testing::PrintToString(idle);
+  ClearHandlers();
+}
+
+// The tip of the day follows the first log-on; each showing moves the series on,
+// and Close keeps the tick as the settings code it.
+TEST_F(MainWindowTest, TheTipOfTheDayFollowsTheFirstLogOnAndCarriesTheSeriesOn) {
+  MakeFreshShop();
+  MainWindow window({1280, 1024});
+  ASSERT_TRUE(window.opened());
+  G().settings.tip_number = 25;
+  window.afterSplash();
+  ASSERT_NE(Openlogonform(), nullptr);
+  EXPECT_EQ(Opentipform(), nullptr);
+  Openlogonform()->password()->setText("7351");
+  Openlogonform()->ok()->click();
+  QApplication::processEvents();
+  TipDialog* tip = Opentipform();
+  ASSERT_NE(tip, nullptr);
+  EXPECT_EQ(tip->windowTitle(), "TIP OF THE DAY");
+  EXPECT_TRUE(tip->tip()->text().startsWith("To add a professional look"));
+  EXPECT_EQ(G().settings.tip_number, 0);
+  tip->nextTip()->click();
+  EXPECT_TRUE(tip->tip()->text().startsWith("Use the keyboard arrow keys"));
+  EXPECT_EQ(G().settings.tip_number, 1);
+  tip->atStartup()->setChecked(false);
+  tip->closeButton()->click();
+  QApplication::processEvents();
+  EXPECT_EQ(G().settings.tips_at_startup_off, 2);
+  EXPECT_EQ(Opentipform(), nullptr);
+  window.close();
   ClearHandlers();
 }
 
