@@ -11,6 +11,7 @@
 #include "core/inventory.h"
 #include "core/state.h"
 #include "core/text.h"
+#include "customers/customer_balance.h"
 #include "customers/customer_find.h"
 #include "inventory/find_view.h"
 #include "platform/sounds.h"
@@ -349,6 +350,7 @@ void InstallCustomerCommands() {
   SetHandler(Command::DeleteCustomer, [](int) { Deletecustomer(); });
   SetHandler(Command::PruneCustomers, [](int) { Prunecustomers(); });
   SetHandler(Command::CustomerListByAddress, [](int) { Customersbyaddress(); });
+  SetHandler(Command::AmendBalance, [](int) { Amendbalance(); });
   // A customer found from the menus shows in view 803.
   SetCustomerView([] {
     CustomerPage page = PageOf(G().member);

@@ -105,9 +105,10 @@ Answer ScriptedPlatform::message(const std::string& text, const std::string& tit
 }
 
 std::optional<std::string> ScriptedPlatform::prompt(const std::string& text,
-                                                    const std::string& title, const std::string&,
-                                                    bool) {
+                                                    const std::string& title,
+                                                    const std::string& initial, bool) {
   prompts_shown.push_back(title + ": " + text);
+  prompt_presets.push_back(initial);
   if (prompts.empty()) return std::nullopt;
   auto reply = prompts.front();
   prompts.pop_front();

@@ -88,6 +88,8 @@ class ScriptedPlatform : public Platform {
   int wait_cancel_after = -1;
   int wait_poll_limit = 20000;
   std::vector<std::string> prompts_shown;
+  // The text each prompt opened with, in the same order.
+  std::vector<std::string> prompt_presets;
   std::vector<int> sounds;
   std::deque<Answer> answers;
   std::deque<std::optional<std::string>> prompts;
