@@ -3,8 +3,6 @@
 // log-in, and its replies count. libcurl speaks the protocol (and doubles a
 // leading dot, as the plain dialogue does not).
 #include <curl/curl.h>
-#include <sys/socket.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <atomic>
@@ -13,6 +11,7 @@
 #include <cstring>
 #include <ctime>
 
+#include "mail/curl_control.h"
 #include "mail/mail_sender.h"
 
 namespace tilo {
@@ -29,23 +28,6 @@ size_t ReadText(char* buffer, size_t size, size_t count, void* user) {
   std::memcpy(buffer, upload->text.data() + upload->at, n);
   upload->at += n;
   return n;
-}
-
-// libcurl asks often enough during a transfer: close-down stops it here.
-int StillWanted(void* user, curl_off_t, curl_off_t, curl_off_t, curl_off_t) {
-  return static_cast<JobControl*>(user)->cancelled() ? 1 : 0;
-}
-
-// The socket libcurl opens is the one close-down shuts down, to wake a blocked read.
-curl_socket_t OpenSocket(void* user, curlsocktype, curl_sockaddr* address) {
-  const int fd = ::socket(address->family, address->socktype | SOCK_CLOEXEC, address->protocol);
-  if (fd >= 0) static_cast<JobControl*>(user)->set_wake([fd] { ::shutdown(fd, SHUT_RDWR); });
-  return fd >= 0 ? fd : CURL_SOCKET_BAD;
-}
-
-int CloseSocket(void* user, curl_socket_t fd) {
-  static_cast<JobControl*>(user)->set_wake({});
-  return ::close(fd);
 }
 
 // "Date:" and "Message-ID:", which a provider's server expects of a submitted mail.
@@ -112,13 +94,7 @@ void SendSecureMail(const MailJob& job, const LocalTime& now, JobControl& contro
   curl_easy_setopt(curl, CURLOPT_LOW_SPEED_LIMIT, 1L);
   curl_easy_setopt(curl, CURLOPT_LOW_SPEED_TIME, 60L);
   curl_easy_setopt(curl, CURLOPT_TIMEOUT, 300L);
-  curl_easy_setopt(curl, CURLOPT_NOPROGRESS, 0L);
-  curl_easy_setopt(curl, CURLOPT_XFERINFOFUNCTION, StillWanted);
-  curl_easy_setopt(curl, CURLOPT_XFERINFODATA, &control);
-  curl_easy_setopt(curl, CURLOPT_OPENSOCKETFUNCTION, OpenSocket);
-  curl_easy_setopt(curl, CURLOPT_OPENSOCKETDATA, &control);
-  curl_easy_setopt(curl, CURLOPT_CLOSESOCKETFUNCTION, CloseSocket);
-  curl_easy_setopt(curl, CURLOPT_CLOSESOCKETDATA, &control);
+  Stopwithjob(curl, control);
   curl_easy_setopt(curl, CURLOPT_ERRORBUFFER, error);
 
   const CURLcode result = curl_easy_perform(curl);

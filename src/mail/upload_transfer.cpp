@@ -2,8 +2,6 @@
 #include "mail/upload_transfer.h"
 
 #include <curl/curl.h>
-#include <sys/socket.h>
-#include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>
@@ -11,6 +9,7 @@
 #include <memory>
 
 #include "core/text.h"
+#include "mail/curl_control.h"
 
 namespace tilo {
 namespace {
@@ -51,23 +50,6 @@ std::string EscapedPath(const std::string& path) {
     at = slash + 1;
   }
   return out;
-}
-
-// libcurl asks often enough during a transfer: close-down stops it here.
-int StillWanted(void* user, curl_off_t, curl_off_t, curl_off_t, curl_off_t) {
-  return static_cast<JobControl*>(user)->cancelled() ? 1 : 0;
-}
-
-// The sockets libcurl opens are the ones close-down shuts down, to wake a blocked read.
-curl_socket_t OpenSocket(void* user, curlsocktype, curl_sockaddr* address) {
-  const int fd = ::socket(address->family, address->socktype | SOCK_CLOEXEC, address->protocol);
-  if (fd >= 0) static_cast<JobControl*>(user)->set_wake([fd] { ::shutdown(fd, SHUT_RDWR); });
-  return fd >= 0 ? fd : CURL_SOCKET_BAD;
-}
-
-int CloseSocket(void* user, curl_socket_t fd) {
-  static_cast<JobControl*>(user)->set_wake({});
-  return ::close(fd);
 }
 
 size_t ReadFromFile(char* buffer, size_t size, size_t count, void* user) {
@@ -155,13 +137,7 @@ void SendUpload(const UploadJob& job, JobControl& control) {
   curl_easy_setopt(curl, CURLOPT_SERVER_RESPONSE_TIMEOUT, 60L);
   curl_easy_setopt(curl, CURLOPT_LOW_SPEED_LIMIT, 1L);
   curl_easy_setopt(curl, CURLOPT_LOW_SPEED_TIME, 60L);
-  curl_easy_setopt(curl, CURLOPT_NOPROGRESS, 0L);
-  curl_easy_setopt(curl, CURLOPT_XFERINFOFUNCTION, StillWanted);
-  curl_easy_setopt(curl, CURLOPT_XFERINFODATA, &control);
-  curl_easy_setopt(curl, CURLOPT_OPENSOCKETFUNCTION, OpenSocket);
-  curl_easy_setopt(curl, CURLOPT_OPENSOCKETDATA, &control);
-  curl_easy_setopt(curl, CURLOPT_CLOSESOCKETFUNCTION, CloseSocket);
-  curl_easy_setopt(curl, CURLOPT_CLOSESOCKETDATA, &control);
+  Stopwithjob(curl, control);
   curl_easy_setopt(curl, CURLOPT_ERRORBUFFER, error);
 
   // Connect and log in first, with a listing of names only (read and dropped):
