@@ -13,6 +13,7 @@
 #include "core/text.h"
 #include "customers/customer_find.h"
 #include "documents/invoice.h"
+#include "documents/statement.h"
 #include "platform/files.h"
 #include "platform/platform.h"
 #include "sale/basket.h"
@@ -48,20 +49,6 @@ std::string Stamptext(const char (&stamp)[16]) {
   const std::string s = FieldText(stamp);
   if (s.size() < 5) return Cp1252ToUtf8(s);
   return Cp1252ToUtf8(s.substr(0, 2) + ":" + s.substr(3, 2) + " " + s.substr(5));
-}
-
-// The walk's folders: a missing year or month is passed over whole.
-bool Skipmonth(int year, int* month, int* day) {
-  if (!IsDirectory(YearFolder(year))) {
-    *month = 12;
-    *day = 31;
-    return true;
-  }
-  if (!IsDirectory(MonthFolder(year, *month))) {
-    *day = DaysInMonth(*month, year);
-    return true;
-  }
-  return false;
 }
 
 PaymentShown Paymentshown(const MemberRecord& m, const std::optional<TransactionRecords>& last,
@@ -245,35 +232,19 @@ std::optional<float> Payamount(const std::string& typed) {
 }
 
 std::optional<std::vector<std::string>> Customertransactions(int64_t customer) {
-  const SettingsRecord& s = G().settings;
-  Timestamp();
-  const LocalTime today = G().now;
-  const auto key = [](int y, int m, int d) { return (int64_t(y) * 12 + m) * 31 + d; };
-  int year = s.history_from_year, month = s.history_from_month < 1 ? 1 : s.history_from_month;
-  if (month > 12) month = 12;
-  int day = s.history_from_day < 1 ? 1 : s.history_from_day;
-  const int64_t start = key(year, month, day), end = key(today.year, today.month, today.day);
+  // The statement's walk, under a busy box of the payment's own.
   auto progress = platform().begin_progress("Reading the customer's transactions", "Payment");
+  const auto entries = Customertransactions(
+      customer, Historystart(), Today(),
+      [&](int64_t done, int64_t total) { return progress->step(done, total); });
+  if (!entries) return std::nullopt;
   std::vector<std::string> lines;
-  while (key(year, month, day) <= end) {
-    if (!progress->step(key(year, month, day) - start, end - start + 1)) return std::nullopt;
-    if (!Skipmonth(year, &month, &day)) {
-      for (const SalesLogRecord& r : ReadSalesLog(year, month, day)) {
-        if (r.customer_number != customer) continue;
-        char line[160];
-        std::snprintf(line, sizeof line, "%lld  %02d/%02d/%d  %s  %s",
-                      static_cast<long long>(r.transaction_number), day, month, year,
-                      FieldText(r.payment_type).c_str(), MoneyText(r.total).c_str());
-        lines.push_back(Cp1252ToUtf8(line));
-      }
-    }
-    if (++day > DaysInMonth(month, year)) {
-      day = 1;
-      if (++month > 12) {
-        month = 1;
-        ++year;
-      }
-    }
+  for (const StatementEntry& e : *entries) {
+    char line[160];
+    std::snprintf(line, sizeof line, "%lld  %02d/%02d/%d  %s  %s",
+                  static_cast<long long>(e.transaction_number), e.day.day, e.day.month, e.day.year,
+                  e.payment_type.c_str(), MoneyText(e.total).c_str());
+    lines.push_back(Cp1252ToUtf8(line));
   }
   return lines;
 }
