@@ -106,7 +106,13 @@ def sale(new_session):
     film = bytearray(s.file("film.dat"))
     check(len(film) == len(film_before), "film.dat changed size")
     expected_film = bytearray(film_before)
-    stamp = "%s%02d/%02d/%d" % (sale_time, today.day, today.month, today.year)
+    # The items are stamped as the sale commits, the sale's time when its cash form
+    # opened: a minute may turn between the two.
+    committed = text_at(film, find_item(film_before, 1001) + 1810, 5)
+    opened = datetime.datetime.strptime(sale_time, "%H:%M")
+    check(committed in (sale_time, (opened + datetime.timedelta(minutes=1)).strftime("%H:%M")),
+          "the items were stamped at %r, the sale at %r" % (committed, sale_time))
+    stamp = "%s%02d/%02d/%d" % (committed, today.day, today.month, today.year)
     for number in (1001, 2401):
         at = find_item(film_before, number)
         put(expected_film, at + 670, "i", read_at(film_before, at + 670, "i") - 1)
