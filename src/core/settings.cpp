@@ -113,9 +113,9 @@ void SetBandDiscount(SettingsRecord& s, int band, int32_t code) {
 }
 
 void SetBandCreditPeriod(SettingsRecord& s, int band, int64_t code) {
-  std::memcpy(reinterpret_cast<char*>(&s) + offsetof(SettingsRecord, free_configuration) +
-                  8 * size_t(band),
-              &code, sizeof code);
+  std::memcpy(
+      reinterpret_cast<char*>(&s) + offsetof(SettingsRecord, free_configuration) + 8 * size_t(band),
+      &code, sizeof code);
 }
 
 double CategoryHistory(const SettingsRecord& s, int c, int d) {

@@ -196,7 +196,8 @@ ItemDialog::ItemDialog(QWidget* parent, const ItemForm& form) : QDialog(parent),
   // Back and Forward step through the item's own picture and the built-ins;
   // the save keeps what stands when it is pressed.
   picture_choice_ = {form.record.own_picture == 1 ? 1 : 0, form.record.stock_picture, false};
-  for (auto [text, step] : {std::pair{"Back", &Pictureback}, std::pair{"Forward", &Pictureforward}}) {
+  for (auto [text, step] :
+       {std::pair{"Back", &Pictureback}, std::pair{"Forward", &Pictureforward}}) {
     auto* b = new QPushButton(text, this);
     b->setAutoDefault(false);
     buttons_[text] = b;

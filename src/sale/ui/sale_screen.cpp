@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "inventory/ui/picture_forms.h"
 #include "sale/ui/sale_screen.h"
+#include "inventory/ui/picture_forms.h"
 
 #include <QApplication>
 #include <QCalendarWidget>
@@ -309,7 +309,8 @@ void SaleScreen::quick_select_changed() {
   const ScreenState& s = G().screen;
   for (int q = 0; q < kQuickButtons; ++q) {
     QPixmap picture;
-    if (s.quick_number[q] != 0) picture = Scaledpicture(FromRecord(s.quick_picture[q], 40).toStdString());
+    if (s.quick_number[q] != 0)
+      picture = Scaledpicture(FromRecord(s.quick_picture[q], 40).toStdString());
     quick_[q]->setItem(s.quick_number[q], FromRecord(s.quick_name[q], 40), picture);
   }
 }
