@@ -113,19 +113,28 @@ void CountCategory(SettingsRecord& s, int32_t c, float line_total) {
   if (c >= 0 && c <= 17) s.category_total_today[c] += double(line_total);
 }
 
-// Step 10: the entry of the activity log.
-void LogSale(const Basket& b) {
+}  // namespace
+
+std::string Basketlogentry(const Basket& b, const char* kind) {
   const SettingsRecord& s = G().settings;
   Timestamp();
   const char* t = G().stamp_text;
   std::string entry = "\r\n";
   entry += {t[0], t[1], ':', t[3], t[4], ' '};
-  entry += std::string(t + 5) + " Sale: " + Decimal(b.transaction_number) +
+  entry += std::string(t + 5) + " " + kind + ": " + Decimal(b.transaction_number) +
            ", Total: " + MoneyText(b.total) + "\r\n";
   for (int i = 0; i < b.line_count; ++i)
     entry += Decimal(b.number[i]) + "  " + FieldText(b.description[i]) + "\r\n";
   entry += "Clerk: " + std::to_string(b.clerk) + ", " + ClerkName(s, s.clerk_number) +
            "   Items: " + std::to_string(b.line_count) + "\r\n";
+  return entry;
+}
+
+namespace {
+
+// Step 10: the entry of the activity log.
+void LogSale(const Basket& b) {
+  std::string entry = Basketlogentry(b, "Sale");
   const std::string payment = FieldText(b.payment_type);
   entry += "Payment type: " + payment + "\r\n";
   if (payment == "Split")

@@ -18,4 +18,8 @@ void Finishsale();
 // The header of the basket as it goes to saleslog.dat.
 SalesLogRecord SalesLogRecordOf(const Basket& basket);
 
+// The head of a sale's or refund's entry in the activity log: the stamp, "<kind>:
+// number, Total:", a row per line and the clerk's row, each ending CR LF.
+std::string Basketlogentry(const Basket& b, const char* kind);
+
 }  // namespace tilo

@@ -203,17 +203,7 @@ bool ReturnLines(bool faulty, int year, int month, int day) {
 }
 
 void LogRefund(const Basket& b, int method) {
-  const SettingsRecord& s = G().settings;
-  Timestamp();
-  const char* t = G().stamp_text;
-  std::string entry = "\r\n";
-  entry += {t[0], t[1], ':', t[3], t[4], ' '};
-  entry += std::string(t + 5) + " Refund: " + Decimal(b.transaction_number) +
-           ", Total: " + MoneyText(b.total) + "\r\n";
-  for (int i = 0; i < b.line_count; ++i)
-    entry += Decimal(b.number[i]) + "  " + FieldText(b.description[i]) + "\r\n";
-  entry += "Clerk: " + std::to_string(b.clerk) + ", " + ClerkName(s, s.clerk_number) +
-           "   Items: " + std::to_string(b.line_count) + "\r\n";
+  std::string entry = Basketlogentry(b, "Refund");
   static const char* const kForms[] = {"Form: Cash", "Form: CH", "Form: EFT", "Form: Credit"};
   entry += kForms[method];
   entry +=
