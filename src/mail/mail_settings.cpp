@@ -51,17 +51,14 @@ MailSetup DecodeMailSettings(const MailSettings& r) {
 
 bool ReadMailSettings(MailSetup& out, const std::string& path) {
   out = {};
-  auto bytes = ReadWholeFile(path);
-  if (!bytes) return false;
-  MailSettings r{};
-  std::memcpy(&r, bytes->data(), std::min(bytes->size(), sizeof r));
-  out = DecodeMailSettings(r);
+  auto r = ReadRecordFile<MailSettings>(path);
+  if (!r) return false;
+  out = DecodeMailSettings(*r);
   return true;
 }
 
 bool WriteMailSettings(const MailSetup& setup, const std::string& path) {
-  MailSettings r = EncodeMailSettings(setup);
-  return ReplacePrivateFile(path, std::string_view(reinterpret_cast<const char*>(&r), sizeof r));
+  return ReplacePrivateRecord(path, EncodeMailSettings(setup));
 }
 
 }  // namespace tilo

@@ -62,17 +62,14 @@ UploadSetup DecodeUploadSettings(const UploadSettings& r) {
 
 bool ReadUploadSettings(UploadSetup& out, const std::string& path) {
   out = {};
-  auto bytes = ReadWholeFile(path);
-  if (!bytes) return false;
-  UploadSettings r{};
-  std::memcpy(&r, bytes->data(), std::min(bytes->size(), sizeof r));
-  out = DecodeUploadSettings(r);
+  auto r = ReadRecordFile<UploadSettings>(path);
+  if (!r) return false;
+  out = DecodeUploadSettings(*r);
   return true;
 }
 
 bool WriteUploadSettings(const UploadSetup& setup, const std::string& path) {
-  UploadSettings r = EncodeUploadSettings(setup);
-  return ReplacePrivateFile(path, std::string_view(reinterpret_cast<const char*>(&r), sizeof r));
+  return ReplacePrivateRecord(path, EncodeUploadSettings(setup));
 }
 
 }  // namespace tilo

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -63,6 +64,21 @@ inline bool ReplaceFile(const std::string& path, std::string_view bytes) {
 }
 // As ReplaceFile, for a file only its owner may read or write (it holds a password).
 bool ReplacePrivateFile(const std::string& path, std::string_view bytes);
+// A settings file that is one packed record: a short file leaves the rest of the
+// record zero, a longer one is cut; nullopt when it can't be opened.
+template <class Record>
+std::optional<Record> ReadRecordFile(const std::string& path) {
+  auto bytes = ReadWholeFile(path);
+  if (!bytes) return std::nullopt;
+  Record r{};
+  std::memcpy(&r, bytes->data(), bytes->size() < sizeof r ? bytes->size() : sizeof r);
+  return r;
+}
+// The record written whole as a file only its owner may read or write.
+template <class Record>
+bool ReplacePrivateRecord(const std::string& path, const Record& r) {
+  return ReplacePrivateFile(path, std::string_view(reinterpret_cast<const char*>(&r), sizeof r));
+}
 // Appends and flushes; creates the file if missing.
 bool AppendToFile(const std::string& path, std::string_view bytes);
 bool MakeFolder(const std::string& path);  // one level; true if it exists afterwards
