@@ -56,7 +56,7 @@ bool Read(const std::string& path, std::string* bytes) {
 }
 
 bool Write(const std::string& path, const std::string& bytes, int flags) {
-  const int fd = open(path.c_str(), O_WRONLY | O_CREAT | flags, 0666);
+  const int fd = open(path.c_str(), O_WRONLY | O_CREAT | flags, 0600);
   if (fd < 0) return false;
   const bool ok = write(fd, bytes.data(), bytes.size()) == ssize_t(bytes.size());
   fsync(fd);
@@ -179,6 +179,8 @@ bool Reply(const Options& o, const std::string& request, const std::string& kind
 }  // namespace
 
 int main(int argc, char** argv) {
+  // The card folder sits in the shop, whose files are the user's alone.
+  umask(077);
   Options o;
   if (!Parse(argc, argv, &o)) {
     std::fputs(kUsage, stderr);
@@ -198,7 +200,7 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "tilo-cardsim: %s is not a folder\n", o.folder.c_str());
     return 1;
   }
-  mkdir(o.keep.c_str(), 0777);
+  mkdir(o.keep.c_str(), 0700);
   std::signal(SIGTERM, Stop);
   std::signal(SIGINT, Stop);
   std::printf("watching %s\n", o.folder.c_str());

@@ -2,6 +2,7 @@
 // tilo-newshop FOLDER [--demo]: writes the fresh data set a first start needs
 // (film.dat, member.dat, mans.dat, wr.cfg), and with --demo a small believable
 // shop whose shelves are stocked, so a new user can sell at once.
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -140,6 +141,13 @@ int Usage() {
 }  // namespace
 
 int main(int argc, char** argv) {
+  // Clerk passwords, customers' addresses and the mail credentials: the shop's
+  // files are the user's alone, whatever umask the desktop hands down.
+  umask(077);
+  if (argc == 2 && std::strcmp(argv[1], "--version") == 0) {
+    std::printf("tilo-newshop %s\n", TILO_VERSION);
+    return 0;
+  }
   if (argc < 2 || argc > 3) return Usage();
   bool demo = argc == 3 && std::strcmp(argv[2], "--demo") == 0;
   if (argc == 3 && !demo) return Usage();

@@ -22,7 +22,7 @@ constexpr int32_t kHighestTransaction = 200000000;
 // A folder is made only where none stands: one that exists already (without the
 // base.dat that marks it complete) counts as a failure, as it always has.
 bool CreateNewFolder(const std::string& path) {
-  return ::mkdir(path.c_str(), 0755) == 0;
+  return ::mkdir(path.c_str(), 0700) == 0;
 }
 
 std::string ClockText() {

@@ -38,7 +38,7 @@ bool File::open(const std::string& path, Mode mode) {
       flags |= O_WRONLY | O_CREAT | O_APPEND;
       break;
   }
-  fd_ = ::open(path.c_str(), flags, 0644);
+  fd_ = ::open(path.c_str(), flags, 0600);
   if (fd_ >= 0) {
     struct stat st {};
     if (::fstat(fd_, &st) != 0 || S_ISDIR(st.st_mode)) close();
@@ -177,7 +177,7 @@ bool AppendToFile(const std::string& path, std::string_view bytes) {
 }
 
 bool MakeFolder(const std::string& path) {
-  if (::mkdir(path.c_str(), 0755) == 0) return true;
+  if (::mkdir(path.c_str(), 0700) == 0) return true;
   return errno == EEXIST && IsDirectory(path);
 }
 

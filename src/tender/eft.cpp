@@ -70,7 +70,7 @@ bool Clearreply(const std::string& folder) {
 
 bool Writerequest(const std::string& path, const std::string& request, Failures failures) {
   const bool plain = failures == Failures::Plain;
-  const int fd = open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+  const int fd = open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
   if (fd < 0) return Problem("Unable to create EVT file");
   size_t done = 0;
   while (done < request.size()) {

@@ -147,7 +147,7 @@ bool UpkeepFiles::copy_verified(const std::string& from, const std::string& to,
                                 const std::function<bool()>& tick) {
   Fd in(::open(from.c_str(), O_RDONLY | O_CLOEXEC));
   if (in.get() < 0) return false;
-  Fd out(::open(to.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644));
+  Fd out(::open(to.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
   if (out.get() < 0) return false;
   std::vector<char> a(kBlock), b(kBlock);
   for (int64_t written = 0;;) {

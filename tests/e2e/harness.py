@@ -173,11 +173,17 @@ class Session:
         return r.stdout.strip()
 
     # --- the program --------------------------------------------------------
-    def start(self):
+    def start(self, args=(), umask=-1, env=None):
+        """Starts tilo in the shop's folder with `args`; `umask` (say 0) as the
+        desktop would hand it down, `env` laid over the session's environment."""
         # A fresh shop shows the tip of the day after the first log-on of a run.
         self.tip_pending = True
         self.log = open(os.path.join(self.tmp, "tilo.log"), "w")
-        self.app = subprocess.Popen([self.tilo], cwd=self.shop, env=self._env(),
+        environment = self._env()
+        environment.update(env or {})
+        self.app = subprocess.Popen([self.tilo] + list(args),
+                                    cwd=self.shop if os.path.isdir(self.shop) else self.tmp,
+                                    env=environment, umask=umask,
                                     stdout=self.log, stderr=subprocess.STDOUT)
 
     def find_window(self, name, timeout=20.0):
@@ -243,10 +249,10 @@ class Session:
             self.key(tip, "Return")
             time.sleep(0.3)
 
-    def open_till(self, clerk=1, password="7351"):
-        """Starts the program, logs `clerk` on and returns the main window as
-        its title names the clerk."""
-        self.start()
+    def open_till(self, clerk=1, password="7351", **start):
+        """Starts the program (`start` as for start()), logs `clerk` on and
+        returns the main window as its title names the clerk."""
+        self.start(**start)
         self.find_window("TILO Retail")
         self.log_on(clerk, password)
         wid = self.find_window("TILO Retail    Assoc: %d, .*" % clerk)
