@@ -10,22 +10,14 @@ import sys
 import time
 
 import harness
-from harness import check, put, put_text, read_at, text_at
+from harness import check, member_record, put, read_at, text_at
 
 SIZE = 2094
 
 
 def member(number, name, road, tax, last_used, telephone):
-    r = bytearray(SIZE)
-    put(r, 0, "q", number)
-    put_text(r, 8, 30, name)
-    put_text(r, 38, 30, road)
-    put_text(r, 138, 20, telephone)
-    put(r, 652, "i", 1)           # group
-    put_text(r, 1122, 16, last_used)
-    put(r, 1554, "f", 0.0)        # balance
-    put(r, 1582, "q", tax)
-    return bytes(r)
+    return member_record(number, name, road=road, tax=tax, last_used=last_used,
+                         telephone=telephone, terms=0)
 
 
 def test(new_session):
