@@ -278,6 +278,19 @@ class Session:
         time.sleep(0.5)
         return wid
 
+    def menu(self, wid, rights, downs):
+        """Opens the File menu, moves `rights` menus on and picks the entry
+        `downs` below the first."""
+        self.key(wid, "alt+f")
+        time.sleep(0.3)
+        self.key(wid, *(["Right"] * rights + ["Down"] * downs + ["Return"]))
+
+    def form(self, title):
+        """The window titled `title`, once it is up and has settled."""
+        wid = self.find_window(title)
+        time.sleep(0.5)
+        return wid
+
     def fill(self, title, text, *keys):
         """Types `text` into the window titled `title` once it is up, then
         presses `keys` (Return when none are given); returns the window."""

@@ -44,25 +44,14 @@ def bmp(width, height):
     return header + info + pixels
 
 
-def form(s, title):
-    wid = s.find_window(title)
-    time.sleep(0.5)
-    return wid
-
-
-def inventory_menu(s, wid, entry):
-    """The Inventory menu, the one after &File, by keys: its `entry`-th line."""
-    s.key(wid, "alt+f", "Right", *(["Down"] * entry), "Return")
-
-
 def custom_picture(s, wid, chosen):
     """Inventory > Add custom image to item: the file, then item 1001."""
     s.key(wid, "alt+f", "Right", "Up", "Return")
-    chooser = form(s, "Add custom image to item")
+    chooser = s.form("Add custom image to item")
     time.sleep(0.3)
     s.type(chooser, chosen)
     s.key(chooser, "Return")
-    prompt = form(s, "Picture")
+    prompt = s.form("Picture")
     s.key(prompt, "ctrl+a")
     s.type(prompt, "1001")
     s.key(prompt, "Return")
@@ -89,7 +78,7 @@ def test(new_session):
 
     # F4: the number, a description, the prices and a stock of 3, then OK.
     s.key(wid, "F4")
-    item = form(s, "New inventory")
+    item = s.form("New inventory")
     s.key(item, "shift+Tab")
     s.xdotool("type", "--delay", "40", str(ITEM))
     s.key(item, "Tab")
@@ -110,10 +99,10 @@ def test(new_session):
 
     # F3: the price becomes 3.00.
     s.key(wid, "F3")
-    prompt = form(s, "Amend item")
+    prompt = s.form("Amend item")
     s.xdotool("type", "--delay", "40", str(ITEM))
     s.key(prompt, "Return")
-    item = form(s, "Amend inventory")
+    item = s.form("Amend inventory")
     s.key(item, *(["Tab"] * 7))
     s.xdotool("type", "--delay", "40", "3.00")
     s.key(item, "Return")
@@ -121,24 +110,24 @@ def test(new_session):
 
     # Ctrl+V: 5 received.
     s.key(wid, "ctrl+v")
-    prompt = form(s, "Inventory received")
+    prompt = s.form("Inventory received")
     s.xdotool("type", "--delay", "40", str(ITEM))
     s.key(prompt, "Return")
-    receive = form(s, "Receive Inventory")
+    receive = s.form("Receive Inventory")
     s.xdotool("type", "--delay", "40", "5")
     s.key(receive, "Return")
     s.answer("Updated quantity")
 
     # New bundle: its number, a description, the item in its first row.
-    inventory_menu(s, wid, 3)
-    bundle = form(s, "Add inventory bundle")
+    s.menu(wid, 1, 3)
+    bundle = s.form("Add inventory bundle")
     s.key(bundle, "shift+Tab")
     s.xdotool("type", "--delay", "40", str(BUNDLE))
     s.key(bundle, "Tab")
     s.xdotool("type", "--delay", "40", "e2e bundle")
     # The date picker takes a Tab for each of its day, month and year.
     s.key(bundle, *(["Tab"] * 13), "space")
-    prompt = form(s, "Select")
+    prompt = s.form("Select")
     s.xdotool("type", "--delay", "40", str(ITEM))
     s.key(prompt, "Return")
     time.sleep(0.5)
@@ -148,8 +137,8 @@ def test(new_session):
     s.pay_cash(wid, "5000")
 
     # Delete, after "Are you sure?".
-    inventory_menu(s, wid, 2)
-    prompt = form(s, "Delete item")
+    s.menu(wid, 1, 2)
+    prompt = s.form("Delete item")
     s.xdotool("type", "--delay", "40", str(ITEM))
     s.key(prompt, "Return")
     s.answer("%d Item: E2E WIDGET" % ITEM)
