@@ -77,11 +77,8 @@ def test(new_session):
     check(len(data) == 3 * SIZE, "member.dat grew: %d bytes" % len(data))
     check(read_at(data, 0, "q") == 3, "the new customer did not take the deleted slot")
     check(text_at(data, 8, 30) == "BROWN", "the amended name is %r" % text_at(data, 8, 30))
+    # What a new card stores field by field is the customer logic's test.
     check(text_at(data, 38, 30) == "HIGH ST", "the road is %r" % text_at(data, 38, 30))
-    check(text_at(data, 1122, 16) == "NEW", "last_used is not NEW")
-    check(read_at(data, 1558, "f") == 2000.0, "the credit limit is not 2000")
-    check(read_at(data, 1582, "q") == 1 and read_at(data, 652, "i") == 1, "tax or group wrong")
-    check(read_at(data, 1006, "i") == 1, "terms are not row 1")
     check(read_at(data, SIZE, "q") == 1, "customer 1 changed")
     check(read_at(data, 2 * SIZE, "q") == -1, "the pruned customer is still there")
     check(text_at(data, 2 * SIZE + 38, 30) == "LOW LANE", "the pruned record lost its road")
