@@ -62,6 +62,31 @@ def stock_of(film, number):
     return read_at(film, find_item(film, number) + 670, "i")
 
 
+MEMBER_RECORD = 2094  # one customer of member.dat
+# Where a customer's fields lie: the offset, and the width of a text or the
+# struct format of a number.
+MEMBER_FIELDS = {"name": (8, 30), "road": (38, 30), "town": (98, 30), "postcode": (128, 10),
+                 "telephone": (138, 20), "title": (378, 6), "initials": (384, 8),
+                 "group": (652, "i"), "terms": (1006, "i"), "last_used": (1122, 16),
+                 "balance": (1554, "f"), "credit_limit": (1558, "f"), "tax": (1582, "q")}
+
+
+def member_record(number, name, **fields):
+    """A customer as a new card leaves one (category 1, terms row 1, last used
+    NEW), with `fields` over that."""
+    r = bytearray(MEMBER_RECORD)
+    put(r, 0, "q", number)
+    values = dict(name=name, group=1, terms=1, last_used="NEW")
+    values.update(fields)
+    for key, value in values.items():
+        at, kind = MEMBER_FIELDS[key]
+        if isinstance(kind, int):
+            put_text(r, at, kind, value)
+        else:
+            put(r, at, kind, value)
+    return bytes(r)
+
+
 def wait_for(condition, what, timeout=15.0):
     deadline = time.time() + timeout
     while time.time() < deadline:
@@ -256,6 +281,19 @@ class Session:
         self.find_window("TILO Retail")
         self.log_on(clerk, password)
         wid = self.find_window("TILO Retail    Assoc: %d, .*" % clerk)
+        time.sleep(0.5)
+        return wid
+
+    def menu(self, wid, rights, downs):
+        """Opens the File menu, moves `rights` menus on and picks the entry
+        `downs` below the first."""
+        self.key(wid, "alt+f")
+        time.sleep(0.3)
+        self.key(wid, *(["Right"] * rights + ["Down"] * downs + ["Return"]))
+
+    def form(self, title):
+        """The window titled `title`, once it is up and has settled."""
+        wid = self.find_window(title)
         time.sleep(0.5)
         return wid
 

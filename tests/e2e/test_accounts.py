@@ -5,34 +5,20 @@ then holds the balance, the count and the sale's number. Balance payment takes
 cash payment counted in wr.cfg. With TILO_SCREENSHOTS set, "Customer
 transaction" and "Payment" are kept there."""
 
-import glob
 import os
 import struct
-import subprocess
 import time
 
 import harness
-from harness import check, put, put_text
+from harness import MEMBER_RECORD as MEMBER, check, member_record, wait_for
 
 SALE = 950
-MEMBER = 2094
 
 
 def customer(number, name, balance):
-    r = bytearray(MEMBER)
-    put(r, 0, "q", number)
-    put_text(r, 8, 30, name)
-    put_text(r, 38, 30, "3 MILL LANE")
-    put_text(r, 98, 30, "HILLBOROUGH")
-    put_text(r, 128, 10, "HB2 7QT")
-    put_text(r, 138, 20, "01632 960456")
-    put(r, 652, "i", 1)            # group
-    put(r, 1006, "i", 1)           # terms
-    put_text(r, 1122, 16, "NEW")   # last_used
-    put(r, 1554, "f", balance)
-    put(r, 1558, "f", 2000.0)      # credit_limit
-    put(r, 1582, "q", 1)           # tax
-    return bytes(r)
+    return member_record(number, name, road="3 MILL LANE", town="HILLBOROUGH",
+                         postcode="HB2 7QT", telephone="01632 960456", balance=balance,
+                         credit_limit=2000.0, tax=1)
 
 
 def member(s, number):
@@ -44,35 +30,7 @@ def member(s, number):
 
 
 def sales(s):
-    paths = glob.glob(os.path.join(s.shop, "[0-9]*", "[0-9]*", "[0-9]*", "saleslog.dat"))
-    return open(paths[0], "rb").read() if paths else b""
-
-
-def wait_for(condition, what, timeout=15.0):
-    deadline = time.time() + timeout
-    while time.time() < deadline:
-        if condition():
-            return
-        time.sleep(0.2)
-    raise harness.Failure("no %s within %.0f s" % (what, timeout))
-
-
-def keep(s, wid, name):
-    folder = os.environ.get("TILO_SCREENSHOTS")
-    if folder:
-        os.makedirs(folder, exist_ok=True)
-        shot = os.path.join(s.tmp, "screen.png")
-        s.screenshot(shot)
-        x, y, w, h = s.geometry(wid)
-        subprocess.run(["convert", shot, "-crop", "%dx%d+%d+%d" % (w, h, x, y), "+repage",
-                        os.path.join(folder, name)], check=True)
-
-
-def ask_customer(s, number):
-    prompt = s.find_window("Customer")
-    time.sleep(0.3)
-    s.type(prompt, number)
-    s.key(prompt, "Return")
+    return s.file(s.today("saleslog.dat")) if s.exists(s.today("saleslog.dat")) else b""
 
 
 def test(new_session):
@@ -80,20 +38,17 @@ def test(new_session):
     with open(os.path.join(s.shop, "member.dat"), "ab") as f:
         f.write(customer(5, "ANN SMITH", 10.0))
 
-    s.start()
-    s.find_window("TILO Retail")
-    s.log_on()
     title = "TILO Retail    Assoc: 1, Administrator"
-    wid = s.find_window(title)
+    wid = s.open_till()
 
     # The sale on account: F6, customer 5, "Credit".
     s.type(wid, "1301")
     s.key(wid, "Return")
     s.key(wid, "F6")
-    ask_customer(s, "5")
+    s.fill("Customer", "5")
     form = s.find_window("Customer transaction")
     time.sleep(0.8)
-    keep(s, form, "customer-transaction-806.png")
+    s.keep(form, "customer-transaction-806.png")
     s.key(form, "Return")
     s.answer("Transaction committed, summary")
     wait_for(lambda: len(sales(s)) == SALE, "credit sale in the sales log")
@@ -113,11 +68,11 @@ def test(new_session):
     # A part payment: Payments > Balance payment, customer 5, 5.00 in cash.
     wid = s.find_window(title)
     s.key(wid, "alt+r", "Left", *(["Down"] * 5), "Return")
-    ask_customer(s, "5")
+    s.fill("Customer", "5")
     payment = s.find_window("Payment")
     time.sleep(0.5)
     s.type(payment, "5.00")
-    keep(s, payment, "payment-MULTDIA2.png")
+    s.keep(payment, "payment-MULTDIA2.png")
     s.key(payment, "Return")
     s.answer("Customer")
     wait_for(lambda: len(sales(s)) == 2 * SALE, "payment in the sales log")

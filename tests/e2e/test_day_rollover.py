@@ -1,8 +1,9 @@
-"""The first start on a new day: a shop used once, its settings put back to an
-earlier day with some trade on it, then the real program started again. The
-day after needs no question; a gap asks "If system date ... is correct select
-OK", moves the reminder diary and leaves the missed days empty; Cancel there
-ends the program with every file as it was."""
+"""The first start after a gap: a shop used once, its settings put back to an
+earlier day with some trade on it, then the real program started again. The gap
+asks "If system date ... is correct select OK", moves the reminder diary and
+leaves the missed days empty; Cancel there ends the program with every file as
+it was. Every figure of the rollover, and the day after that asks nothing, are
+the rollover model's and the in-process start's to check."""
 
 import datetime
 import os
@@ -16,10 +17,6 @@ DATE_BOX = "If system date .* is correct select OK"
 
 def takings(k):
     return 7946 + 8 * k
-
-
-def category(c, d):
-    return 3338 + 256 * c + 8 * d
 
 
 def used_shop(new_session):
@@ -60,23 +57,6 @@ def write_diary(s, page_with_reminder):
         f.write(diary)
 
 
-def day_after(new_session):
-    s = used_shop(new_session)
-    today = datetime.date.today()
-    set_last_use(s, today - datetime.timedelta(days=1))
-    s.start()
-    s.find_window("TILO Retail")   # no question on the day after
-    check(s.close() == 0, "tilo did not end cleanly")
-    cfg = s.file("wr.cfg")
-    check(read_at(cfg, 76, "i") == today.day, "last_day is not today")
-    check(read_at(cfg, 880, "q") == 14, "yesterday_transactions not kept after one day")
-    check(read_at(cfg, 41758, "d") == 321.5, "previous_takings not taken")
-    check(read_at(cfg, takings(1), "d") == 321.5, "takings_history slot 1 is not yesterday")
-    check(read_at(cfg, takings(2), "d") == 99.25, "takings_history did not shift by one")
-    check(read_at(cfg, category(4, 1), "d") == 12.5, "category history slot 1 not filled")
-    check(read_at(cfg, 41750, "d") == 0, "till_takings not cleared")
-
-
 def gap_of_three_days(new_session):
     s = used_shop(new_session)
     today = datetime.date.today()
@@ -89,8 +69,6 @@ def gap_of_three_days(new_session):
     check(s.close() == 0, "tilo did not end cleanly")
     cfg = s.file("wr.cfg")
     check(read_at(cfg, 76, "i") == today.day, "last_day is not today")
-    check(read_at(cfg, 880, "q") == 0, "yesterday_transactions kept across a gap")
-    check(read_at(cfg, 41758, "d") == 0, "previous_takings kept across a gap")
     check(read_at(cfg, takings(1), "d") == 0 and read_at(cfg, takings(2), "d") == 0,
           "the missed days are not empty")
     check(read_at(cfg, takings(3), "d") == 321.5, "slot 3 does not hold the last day's takings")
@@ -117,7 +95,6 @@ def cancel_at_the_date_box(new_session):
 
 
 def test(new_session):
-    day_after(new_session)
     gap_of_three_days(new_session)
     cancel_at_the_date_box(new_session)
 

@@ -9,20 +9,10 @@ import os
 import time
 
 import harness
-from harness import check, put, put_text, stock_of
-
-MEMBER_RECORD = 2094
-
+from harness import check, member_record, stock_of
 
 def customer(number, name, telephone):
-    r = bytearray(MEMBER_RECORD)
-    put(r, 0, "q", number)
-    put_text(r, 8, 30, name)
-    put_text(r, 138, 20, telephone)
-    put(r, 652, "i", 1)      # group
-    put(r, 1006, "i", 1)     # terms
-    put_text(r, 1122, 16, "NEW")
-    return bytes(r)
+    return member_record(number, name, telephone=telephone)
 
 
 def boxes_answered(s, title, key, count):

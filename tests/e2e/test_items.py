@@ -1,7 +1,11 @@
-"""Keeping one item from the menus alone in the real program: form 800 adds it,
-it is sold for cash, F3 amends its price, Ctrl+V books 5 in, a bundle made in
-the bundle form sells it again, and Delete takes it away. After the close-down
-the bytes of film.dat, the day's ininvent.dat and bun4.dat are read back."""
+"""Keeping items from the menus alone in the real program. A new shop holds the
+24 built-in pictures, and a picture chosen with "Add custom image to item" is
+copied byte for byte to m1001.bmp with the item's own_picture 1 (the sale
+screen showing it is kept as a screenshot when TILO_SCREENSHOTS names a
+folder). Form 800 adds an item, it is sold for cash, F3 amends its price,
+Ctrl+V books 5 in, a bundle made in the bundle form sells it again, and Delete
+takes it away. After the close-down the bytes of film.dat, m1001.bmp, the day's
+ininvent.dat and bun4.dat are read back."""
 
 import datetime
 import os
@@ -23,24 +27,58 @@ def records(film):
             for at in range(0, len(film), FILM_RECORD)]
 
 
-def form(s, title):
-    wid = s.find_window(title)
+def bmp(width, height):
+    """A 24-bit bitmap: a dark frame round a bright target, bottom row first."""
+    stride = (width * 3 + 3) & ~3
+    rows = []
+    for y in range(height):
+        row = bytearray()
+        for x in range(width):
+            d = min(x, y, width - 1 - x, height - 1 - y)
+            colour = [(40, 40, 40), (0, 200, 255), (255, 255, 255), (0, 0, 220)][min(d // 6, 3)]
+            row += bytes(colour)
+        rows.append(bytes(row) + bytes(stride - len(row)))
+    pixels = b"".join(rows)
+    header = struct.pack("<2sIHHI", b"BM", 54 + len(pixels), 0, 0, 54)
+    info = struct.pack("<IiiHHIIiiII", 40, width, height, 1, 24, 0, len(pixels), 2835, 2835, 0, 0)
+    return header + info + pixels
+
+
+def custom_picture(s, wid, chosen):
+    """Inventory > Add custom image to item: the file, then item 1001."""
+    s.key(wid, "alt+f", "Right", "Up", "Return")
+    chooser = s.form("Add custom image to item")
+    time.sleep(0.3)
+    s.type(chooser, chosen)
+    s.key(chooser, "Return")
+    prompt = s.form("Picture")
+    s.key(prompt, "ctrl+a")
+    s.type(prompt, "1001")
+    s.key(prompt, "Return")
     time.sleep(0.5)
-    return wid
-
-
-def inventory_menu(s, wid, entry):
-    """The Inventory menu, the one after &File, by keys: its `entry`-th line."""
-    s.key(wid, "alt+f", "Right", *(["Down"] * entry), "Return")
+    s.answer("Picture")
+    time.sleep(0.5)
+    if os.environ.get("TILO_SCREENSHOTS"):
+        # The ALC category, where item 1001 stands beside two built-in pictures.
+        x, y, _, _ = s.geometry(wid)
+        s.xdotool("mousemove", x + 525, y + 115, "click", "1")
+        time.sleep(0.8)
+        s.screenshot(os.path.join(os.environ["TILO_SCREENSHOTS"], "sale-screen-pictures.png"))
 
 
 def test(new_session):
     s = new_session()
+    for n in range(1, 25):
+        check(s.file("STOCK%d.bmp" % n)[:2] == b"BM", "built-in picture %d placed" % n)
+    chosen = os.path.join(s.tmp, "shelf photo.bmp")
+    with open(chosen, "wb") as f:
+        f.write(bmp(64, 64))
     wid = s.open_till()
+    custom_picture(s, wid, chosen)
 
     # F4: the number, a description, the prices and a stock of 3, then OK.
     s.key(wid, "F4")
-    item = form(s, "New inventory")
+    item = s.form("New inventory")
     s.key(item, "shift+Tab")
     s.xdotool("type", "--delay", "40", str(ITEM))
     s.key(item, "Tab")
@@ -61,10 +99,10 @@ def test(new_session):
 
     # F3: the price becomes 3.00.
     s.key(wid, "F3")
-    prompt = form(s, "Amend item")
+    prompt = s.form("Amend item")
     s.xdotool("type", "--delay", "40", str(ITEM))
     s.key(prompt, "Return")
-    item = form(s, "Amend inventory")
+    item = s.form("Amend inventory")
     s.key(item, *(["Tab"] * 7))
     s.xdotool("type", "--delay", "40", "3.00")
     s.key(item, "Return")
@@ -72,24 +110,24 @@ def test(new_session):
 
     # Ctrl+V: 5 received.
     s.key(wid, "ctrl+v")
-    prompt = form(s, "Inventory received")
+    prompt = s.form("Inventory received")
     s.xdotool("type", "--delay", "40", str(ITEM))
     s.key(prompt, "Return")
-    receive = form(s, "Receive Inventory")
+    receive = s.form("Receive Inventory")
     s.xdotool("type", "--delay", "40", "5")
     s.key(receive, "Return")
     s.answer("Updated quantity")
 
     # New bundle: its number, a description, the item in its first row.
-    inventory_menu(s, wid, 3)
-    bundle = form(s, "Add inventory bundle")
+    s.menu(wid, 1, 3)
+    bundle = s.form("Add inventory bundle")
     s.key(bundle, "shift+Tab")
     s.xdotool("type", "--delay", "40", str(BUNDLE))
     s.key(bundle, "Tab")
     s.xdotool("type", "--delay", "40", "e2e bundle")
     # The date picker takes a Tab for each of its day, month and year.
     s.key(bundle, *(["Tab"] * 13), "space")
-    prompt = form(s, "Select")
+    prompt = s.form("Select")
     s.xdotool("type", "--delay", "40", str(ITEM))
     s.key(prompt, "Return")
     time.sleep(0.5)
@@ -99,8 +137,8 @@ def test(new_session):
     s.pay_cash(wid, "5000")
 
     # Delete, after "Are you sure?".
-    inventory_menu(s, wid, 2)
-    prompt = form(s, "Delete item")
+    s.menu(wid, 1, 2)
+    prompt = s.form("Delete item")
     s.xdotool("type", "--delay", "40", str(ITEM))
     s.key(prompt, "Return")
     s.answer("%d Item: E2E WIDGET" % ITEM)
@@ -108,6 +146,9 @@ def test(new_session):
     check(s.close() == 0, "tilo did not end cleanly")
 
     film = records(s.file("film.dat"))
+    check(s.file("m1001.bmp") == open(chosen, "rb").read(), "m1001.bmp is the chosen file")
+    check(read_at(dict(film)[1001], 1562, "i") == 1, "own_picture of 1001")
+    check(read_at(dict(film)[1002], 1562, "i") == 0, "own_picture of 1002 untouched")
     check(ITEM not in dict(film), "the item is still in film.dat")
     deleted = [r for n, r in film if n == -1 and text_at(r, 10, 38) == "E2E WIDGET"[2:]]
     check(len(deleted) == 1, "no deleted record of the item (description bytes 0 and 1 zeroed)")

@@ -38,13 +38,6 @@ def wait_for(folder, kind, timeout=20.0):
     raise Failure("no %s event within %.0f s" % (kind, timeout))
 
 
-def menu(s, wid, rights, downs):
-    """Opens the File menu, moves `rights` menus on and picks the entry `downs` below the first."""
-    s.key(wid, "alt+f")
-    time.sleep(0.3)
-    s.key(wid, *(["Right"] * rights + ["Down"] * downs + ["Return"]))
-
-
 def mail(new_session):
     proc, folder, ports = start_servers()
     s = new_session()
@@ -52,7 +45,7 @@ def mail(new_session):
         wid = s.open_till()
 
         # Email setup, the third entry of File: the three addresses and the port.
-        menu(s, wid, 0, 2)
+        s.menu(wid, 0, 2)
         s.fill("Email target", "127.0.0.1\towner@example.com\ttill@shop.example\t\t%d" % ports["plain"])
         time.sleep(1.0)
         cfg = s.file("wrmail.cfg")
@@ -70,7 +63,7 @@ def mail(new_session):
         # A sale, then Email report (Activity, the fourth entry).
         s.scan(wid, 1001)
         s.pay_cash(wid, "5000")
-        menu(s, wid, 10, 3)
+        s.menu(wid, 10, 3)
         message = wait_for(folder, "plain-message")[0].decode("cp1252")
         s.answer("Finished")
         for words in ("FROM: till@shop.example\r\nTO: owner@example.com\r\n"
@@ -79,7 +72,7 @@ def mail(new_session):
             check(words in message, "the mail lacks %r:\n%s" % (words, message))
 
         # Email daily items (the next entry): today's rows ride in the body.
-        menu(s, wid, 10, 4)
+        s.menu(wid, 10, 4)
         deadline = time.time() + 20
         while len(events(folder, "plain-message")) < 2 and time.time() < deadline:
             time.sleep(0.2)
@@ -91,7 +84,7 @@ def mail(new_session):
 
         # A server that never answers holds the next mail; the till sells on.
         s.edit("wrmail.cfg", lambda cfg: struct.pack_into("<i", cfg, 84, ports["silent"]))
-        menu(s, wid, 10, 3)
+        s.menu(wid, 10, 3)
         wait_for(folder, "silent-connect")
         s.scan(wid, 2401)
         s.pay_cash(wid, "5000")

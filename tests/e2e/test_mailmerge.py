@@ -10,24 +10,13 @@ import sys
 import time
 
 import harness
-from harness import check, put, put_text
+from harness import check, member_record, pdf_text
 
-SIZE = 2094
 
 
 def member(number, name, road, balance):
-    r = bytearray(SIZE)
-    put(r, 0, "q", number)
-    put_text(r, 8, 30, name)
-    put_text(r, 38, 30, road)
-    put_text(r, 98, 20, "LEEDS")
-    put_text(r, 378, 6, "MRS")
-    put_text(r, 384, 8, "J")
-    put(r, 652, "i", 1)           # group
-    put(r, 1006, "i", 1)          # terms
-    put_text(r, 1122, 16, "NEW")
-    put(r, 1554, "f", balance)
-    return bytes(r)
+    return member_record(number, name, road=road, town="LEEDS", title="MRS", initials="J",
+                         balance=balance)
 
 
 def test(new_session):
@@ -70,8 +59,7 @@ def test(new_session):
         pdfs = sorted(glob.glob(os.path.join(s.shop, "printouts", "*.pdf")))
     time.sleep(1.0)
     check(len(pdfs) == 2, "expected two letters, found %s" % pdfs)
-    letters = [subprocess.run(["pdftotext", "-layout", p, "-"], capture_output=True,
-                              text=True).stdout for p in pdfs]
+    letters = [pdf_text(p) for p in pdfs]
     letters.sort(key=lambda t: "BROWN" not in t)
     for text, name, road in ((letters[0], "BROWN", "2 HIGH ST"), (letters[1], "CLARK", "3 LOW RD")):
         number = "2" if name == "BROWN" else "3"

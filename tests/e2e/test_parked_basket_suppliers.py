@@ -25,17 +25,6 @@ def f32(value):
     return struct.unpack("<f", struct.pack("<f", value))[0]
 
 
-def menu(s, wid, index, entry):
-    """The `index`-th menu after &File, by keys, and its `entry`-th line."""
-    s.key(wid, "alt+f", *(["Right"] * index), *(["Down"] * entry), "Return")
-
-
-def form(s, title):
-    wid = s.find_window(title)
-    time.sleep(0.5)
-    return wid
-
-
 def pay_cash(s, wid, money):
     s.key(wid, "F5")
     time.sleep(1.0)
@@ -56,8 +45,8 @@ def parked(new_session):
     for number in ("1001", "2401"):
         s.type(wid, number)
         s.key(wid, "Return")
-    menu(s, wid, 9, 8)  # Transactions > Add note
-    note = form(s, "Add transaction note")
+    s.menu(wid, 9, 8)  # Transactions > Add note
+    note = s.form("Add transaction note")
     s.type(note, "Ring Mrs Day")
     s.key(note, "Return")
     s.answer("Transaction note")
@@ -112,8 +101,8 @@ def suppliers(new_session):
     time.sleep(1.0)
 
     # Add twice: the numbers offered, 1 then 2; the cursor starts in "Name".
-    menu(s, wid, 6, 3)
-    add = form(s, "New supplier")
+    s.menu(wid, 6, 3)
+    add = s.form("New supplier")
     s.type(add, "acme foods")
     s.key(add, "Tab")
     s.type(add, "1 high st")
@@ -121,20 +110,20 @@ def suppliers(new_session):
         subprocess.run(["import", "-window", add, SCREENSHOT], env=s._env(), check=True)
     s.key(add, "Return")
     time.sleep(1.0)
-    menu(s, wid, 6, 3)
-    add = form(s, "New supplier")
+    s.menu(wid, 6, 3)
+    add = s.form("New supplier")
     s.type(add, "bolt and nut")
     s.key(add, "Return")
     time.sleep(1.0)
 
     # Amend 1: "Ext" keeps its case; "Credit limit" takes words.
-    menu(s, wid, 6, 4)
-    prompt = form(s, "Amend supplier")
+    s.menu(wid, 6, 4)
+    prompt = s.form("Amend supplier")
     s.key(prompt, "ctrl+a")
     s.type(prompt, "1")
     s.key(prompt, "Return")
     time.sleep(0.5)
-    amend = form(s, "Amend supplier")
+    amend = s.form("Amend supplier")
     s.key(amend, *(["Tab"] * 6))  # Name -> Ext
     s.type(amend, "x12b")
     s.key(amend, *(["Tab"] * 8))  # Ext -> Credit limit
@@ -143,14 +132,14 @@ def suppliers(new_session):
     time.sleep(1.0)
 
     # Delete 2, the last record of the file; Find then says it is gone.
-    menu(s, wid, 6, 5)
-    prompt = form(s, "Delete supplier")
+    s.menu(wid, 6, 5)
+    prompt = s.form("Delete supplier")
     s.key(prompt, "ctrl+a")
     s.type(prompt, "2")
     s.key(prompt, "Return")
     s.answer("Delete supplier")
-    menu(s, wid, 6, 0)
-    prompt = form(s, "Find supplier")
+    s.menu(wid, 6, 0)
+    prompt = s.form("Find supplier")
     s.type(prompt, "2")
     s.key(prompt, "Return")
     s.answer("Supplier")

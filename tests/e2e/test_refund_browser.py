@@ -1,11 +1,15 @@
-"""A refund and a reprint in the real program. A cash sale of one item, paid
+"""A refund and the reprints in the real program. A cash sale of one item, paid
 exactly, prints its till receipt by itself; the same item is refunded in cash,
 which writes the sale back negated and puts the item back in stock; F11 finds
-transaction 1 and its "Till receipt" prints a page equal to the first, barcode
-and all. With TILO_SCREENSHOTS set, the "Transaction" form is kept there."""
+transaction 1: its "Till receipt" prints a page equal to the first, barcode and
+all, and its "Invoice" the standard invoice: net amounts, the total of the sales
+log, no customer, and a barcode that reads as the transaction number. With
+TILO_SCREENSHOTS set, the "Transaction" form and the invoice are kept there."""
 
 import glob
 import os
+import re
+import shutil
 import struct
 import time
 
@@ -72,7 +76,8 @@ def test(new_session):
     check(struct.unpack_from("<i", s.file("wr.cfg"), 1360)[0] == 3,
           "wr.cfg does not hold the next number after the refund")
 
-    # F11, transaction 1, "Till receipt" (four back from OK), then OK.
+    # F11, transaction 1, "Till receipt" (four back from OK), "Invoice" (two
+    # back from OK), then OK.
     wid = s.find_window(title)
     s.key(wid, "F11")
     s.fill("Display transaction", "1")
@@ -81,16 +86,32 @@ def test(new_session):
     s.keep(form, "transaction-form.png")
     s.key(form, "shift+Tab", "shift+Tab", "shift+Tab", "shift+Tab", "space")
     wait_for(lambda: len(s.printouts()) == 2, "reprint")
+    s.key(form, "Tab", "Tab", "space")
+    wait_for(lambda: len(s.printouts()) == 3, "invoice from the browser")
     s.key(form, "Return")
     check(s.close() == 0, "tilo did not end cleanly")
 
-    first, reprint = s.printouts()
+    first, reprint, invoice = s.printouts()
     check(pdf_text(reprint) == pdf_text(first),
           "the reprint differs:\n%s\n---\n%s" % (pdf_text(first), pdf_text(reprint)))
     check("Receipt: 1" in pdf_text(first), "the receipt is not transaction 1's")
     code = barcode(reprint, os.path.join(s.tmp, "reprint"))
     check(code == "0001", "the reprint's barcode reads %r" % code)
 
+    subtotal, total = struct.unpack_from("<f", sale, 40)[0], struct.unpack_from("<f", sale, 56)[0]
+    text = pdf_text(invoice)
+    for part in ("INVOICE", "Invoice Number: 1", "Associate: Administrator", "DESCRIPTION",
+                 "ITEM NO", "1001", "Not Applicable", "Authorized", "Received"):
+        check(part in text, "the invoice lacks %r:\n%s" % (part, text))
+    check(re.search(r"SUBTOTAL: \S*%.2f" % subtotal, text), "no net subtotal:\n" + text)
+    check(re.search(r"TOTAL: \S*%.2f" % total, text), "no total of %.2f:\n%s" % (total, text))
+    check("CUSTOMER NO:" not in text, "a customer block without a customer")
+    png = os.path.join(s.tmp, "invoice")
+    code = barcode(invoice, png)
+    check(code == "0001", "the invoice's barcode reads %r" % code)
+    folder = os.environ.get("TILO_SCREENSHOTS")
+    if folder:
+        shutil.copy(png + ".png", os.path.join(folder, "invoice.png"))
 
 if __name__ == "__main__":
     harness.main(test)

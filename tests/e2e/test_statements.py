@@ -6,7 +6,6 @@ customer in credit gets "No amount is outstanding" and no letter, but his
 details print."""
 
 import datetime
-import glob
 import os
 import re
 import struct
@@ -14,23 +13,13 @@ import subprocess
 import time
 
 import harness
-from harness import check, put, put_text
+from harness import check, member_record, pdf_text, put, put_text, wait_for
 
-MEMBER_RECORD = 2094
 SALE = 950
 
 
 def customer(number, name, balance):
-    r = bytearray(MEMBER_RECORD)
-    put(r, 0, "q", number)
-    put_text(r, 8, 30, name)
-    put_text(r, 38, 30, "12 MILL LANE")
-    put_text(r, 98, 30, "BURY")
-    put(r, 652, "i", 1)      # group
-    put(r, 1006, "i", 1)     # terms
-    put_text(r, 1122, 16, "NEW")
-    put(r, 1554, "f", balance)
-    return bytes(r)
+    return member_record(number, name, road="12 MILL LANE", town="BURY", balance=balance)
 
 
 def sale(number, customer_number, payment_type, total):
@@ -40,24 +29,6 @@ def sale(number, customer_number, payment_type, total):
     put(r, 56, "f", total)
     put_text(r, 354, 40, payment_type)
     return bytes(r)
-
-
-def pdf_text(path):
-    return subprocess.run(["pdftotext", "-layout", path, "-"], capture_output=True,
-                          text=True, check=True).stdout
-
-
-def printouts(s):
-    return sorted(glob.glob(os.path.join(s.shop, "printouts", "*.pdf")), key=os.path.getmtime)
-
-
-def wait_for(condition, what, timeout=15.0):
-    deadline = time.time() + timeout
-    while time.time() < deadline:
-        if condition():
-            return
-        time.sleep(0.2)
-    raise harness.Failure("no %s within %.0f s" % (what, timeout))
 
 
 def test(new_session):
@@ -101,7 +72,7 @@ def test(new_session):
     form = s.find_window("Statement")
     time.sleep(0.5)
     s.key(form, "Tab", "Tab", "space")
-    wait_for(lambda: len(printouts(s)) == 1, "statement PDF")
+    wait_for(lambda: len(s.printouts()) == 1, "statement PDF")
     s.key(form, "Escape")
 
     # Ctrl+L: debtor letter 1 for customer 7, through the printer dialog.
@@ -111,7 +82,7 @@ def test(new_session):
     s.type(prompt, "7")
     s.key(prompt, "Return")
     s.answer("Print")
-    wait_for(lambda: len(printouts(s)) == 2, "letter PDF")
+    wait_for(lambda: len(s.printouts()) == 2, "letter PDF")
 
     # A customer in credit gets no letter.
     time.sleep(0.5)
@@ -121,7 +92,7 @@ def test(new_session):
     s.key(prompt, "Return")
     s.answer("Problem")
     time.sleep(1.0)
-    check(len(printouts(s)) == 2, "a letter printed for a customer in credit")
+    check(len(s.printouts()) == 2, "a letter printed for a customer in credit")
 
     # Print > Customer details for customer 8, credit or not.
     s.key(wid, "alt+f", *(["Right"] * 4), *(["Down"] * 6), "Return")
@@ -129,10 +100,10 @@ def test(new_session):
     s.type(prompt, "8")
     s.key(prompt, "Return")
     s.answer("Print")
-    wait_for(lambda: len(printouts(s)) == 3, "customer details PDF")
+    wait_for(lambda: len(s.printouts()) == 3, "customer details PDF")
     check(s.close() == 0, "tilo did not end cleanly")
 
-    statement, letter, details = printouts(s)
+    statement, letter, details = s.printouts()
     text = pdf_text(details)
     for part in ("Customer: 8", "PATEL", "Billing", "Balance: -3.00", "Last used:", "Terms:"):
         check(part in text, "the details lack %r:\n%s" % (part, text))

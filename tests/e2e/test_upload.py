@@ -14,12 +14,6 @@ SERVER = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "mail", 
 NAMES = ("Activity.txt", "Dlyitems.txt", "Reorder.txt")
 
 
-def menu(s, wid, rights, downs):
-    s.key(wid, "alt+f")
-    time.sleep(0.3)
-    s.key(wid, *(["Right"] * rights + ["Down"] * downs + ["Return"]))
-
-
 def cash_sale(s, wid, item):
     s.type(wid, item)
     s.key(wid, "Return")
@@ -54,7 +48,7 @@ def upload(new_session):
         time.sleep(1.0)
 
         # Head office report setup (Activity, sixth entry): server, log-in, three ticks.
-        menu(s, wid, 10, 5)
+        s.menu(wid, 10, 5)
         form = s.find_window("Upload configuration")
         time.sleep(0.3)
         s.type(form, "127.0.0.1:%d\tshop\tsecret\t \t\t \t\t " % port)
@@ -72,7 +66,7 @@ def upload(new_session):
 
         # A sale, then Upload head office report (the next entry).
         cash_sale(s, wid, "1001")
-        menu(s, wid, 10, 6)
+        s.menu(wid, 10, 6)
         s.answer("Transmission")
         for name in NAMES:
             path = os.path.join(root, name)

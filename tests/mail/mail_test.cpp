@@ -2,11 +2,8 @@
 // The mails against real servers on 127.0.0.1: the plain dialogue to a recording
 // server, servers that refuse, hang up or say nothing, and secure submission with
 // STARTTLS and a log-in under a certificate of the test's own.
-#include <arpa/inet.h>
 #include <fcntl.h>
-#include <netinet/in.h>
 #include <signal.h>
-#include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -22,6 +19,7 @@
 #include "mail/mail_sender.h"
 #include "platform/jobs.h"
 #include "sale/commands.h"
+#include "support/local_ports.h"
 #include "support/shop_fixture.h"
 
 namespace tilo {
@@ -143,7 +141,7 @@ class MailTest : public ShopTest {
       m.smtp_server = "no-such-host.invalid";
       m.port = 25;
     } else if (server == "down") {
-      m.port = FreePort();
+      m.port = FreeLocalPort();
     } else {
       m.port = servers.port(server);
     }
@@ -151,18 +149,6 @@ class MailTest : public ShopTest {
     m.user = "shop";
     m.password = "secret";
     return m;
-  }
-  // A port nobody listens on.
-  static int FreePort() {
-    int fd = socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in a{};
-    a.sin_family = AF_INET;
-    a.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    bind(fd, reinterpret_cast<sockaddr*>(&a), sizeof a);
-    socklen_t n = sizeof a;
-    getsockname(fd, reinterpret_cast<sockaddr*>(&a), &n);
-    close(fd);
-    return ntohs(a.sin_port);
   }
 
   // Runs the command and waits for the mail's one notice.

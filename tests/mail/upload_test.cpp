@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The head office upload: upload.cfg byte for byte, the three files as written,
 // and the command against a real FTP server on 127.0.0.1.
-#include <arpa/inet.h>
 #include <gmock/gmock.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -18,6 +15,7 @@
 #include "platform/jobs.h"
 #include "sale/commands.h"
 #include "sale/sale_fixture.h"
+#include "support/local_ports.h"
 #include "support/report_history.h"
 
 namespace tilo {
@@ -27,41 +25,17 @@ namespace fs = std::filesystem;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
-// A port nobody listens on.
-int FreePort() {
-  int fd = socket(AF_INET, SOCK_STREAM, 0);
-  sockaddr_in a{};
-  a.sin_family = AF_INET;
-  a.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  bind(fd, reinterpret_cast<sockaddr*>(&a), sizeof a);
-  socklen_t n = sizeof a;
-  getsockname(fd, reinterpret_cast<sockaddr*>(&a), &n);
-  close(fd);
-  return ntohs(a.sin_port);
-}
-
-bool Listening(int port) {
-  int fd = socket(AF_INET, SOCK_STREAM, 0);
-  sockaddr_in a{};
-  a.sin_family = AF_INET;
-  a.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  a.sin_port = htons(uint16_t(port));
-  const bool up = connect(fd, reinterpret_cast<sockaddr*>(&a), sizeof a) == 0;
-  close(fd);
-  return up;
-}
-
 // tests/mail/ftp_server.py, run once for the whole suite; it ends when its input closes.
 struct FtpServer {
   bool start() {
     root = fs::temp_directory_path() / ("tilo-ftp-" + std::to_string(getpid()));
-    port = FreePort();
+    port = FreeLocalPort();
     const std::string script = (fs::path(TILO_TESTS_DIR) / "mail" / "ftp_server.py").string();
     process = popen(
         ("/usr/bin/python3 " + script + " " + root.string() + " " + std::to_string(port)).c_str(),
         "w");
-    for (int i = 0; process && i < 200 && !Listening(port); ++i) usleep(50000);
-    return Listening(port);
+    for (int i = 0; process && i < 200 && !LocalPortListening(port); ++i) usleep(50000);
+    return LocalPortListening(port);
   }
   void stop() {
     if (process) pclose(process);
@@ -261,7 +235,7 @@ TEST_F(UploadServerTest, CommandSendsTheTickedFilesAndSaysHowItWent) {
        .notice = "Problem: Internet ftp connect error",
        .titled = false},
       {.what = "server down",
-       .server = "127.0.0.1:" + std::to_string(FreePort()),
+       .server = "127.0.0.1:" + std::to_string(FreeLocalPort()),
        .notice = "Problem: Internet ftp connect error",
        .titled = false},
       {.what = "no server",

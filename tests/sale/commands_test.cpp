@@ -6,6 +6,7 @@
 
 #include "core/customer_file.h"
 #include "screen_fixture.h"
+#include "tender/clerks.h"
 
 namespace tilo {
 namespace {
@@ -76,55 +77,66 @@ TEST_F(CommandsTest, MarkedCommandsEmptyTheBasketWithoutAWord) {
   EXPECT_EQ(B().line_count, 0);
 }
 
-TEST_F(CommandsTest, ARestrictedClerkIsStoppedSilentlyUnlessAFlagFreesTheCommand) {
-  std::vector<Command> ran;
-  for (Command c : {Command::Configuration, Command::OpenDrawer, Command::AmendCustomer,
-                    Command::Restore, Command::NewBundle, Command::TaxSetup, Command::Cash})
-    SetHandler(c, [&ran, c](int) { ran.push_back(c); });
-  auto run_all = [&] {
-    ran.clear();
-    for (Command c : {Command::Configuration, Command::OpenDrawer, Command::AmendCustomer,
-                      Command::Restore, Command::NewBundle, Command::TaxSetup, Command::Cash})
-      Dispatch(c);
-    return ran;
+// Each right, kept back alone, greys its menu entry or refuses its command for a
+// restricted clerk (3) and never for clerk 2; refused commands say nothing.
+TEST_F(CommandsTest, EachRightGreysItsEntryOrRefusesItsCommandForRestrictedClerksOnly) {
+  struct Case {
+    int right;
+    Command command;
+    bool greyed, refused;
   };
-  G().screen.restricted_clerk = 2;
-  S().inhibit_till_open = 2;
-  // Tax setup is guarded by the menu alone; Cash by nothing.
-  EXPECT_EQ(run_all(), (std::vector<Command>{Command::TaxSetup, Command::Cash}));
-  S().free_configuration = 2;
-  S().free_item[10] = 2;
-  S().free_new_inventory = 2;
-  S().inhibit_till_open = 0;
-  EXPECT_EQ(run_all(),
-            (std::vector<Command>{Command::Configuration, Command::OpenDrawer, Command::Restore,
-                                  Command::NewBundle, Command::TaxSetup, Command::Cash}));
-  G().screen.restricted_clerk = 0;  // clerks 1 and 2: every command, whatever the flags
-  S() = SettingsRecord{};
-  S().inhibit_till_open = 2;
-  EXPECT_EQ(run_all().size(), 7u);
-  EXPECT_TRUE(platform_.messages.empty());
+  const Case cases[] = {
+      {kRightConfiguration, Command::Configuration, true, true},
+      {kRightDeleteInventory, Command::DeleteInventory, true, true},
+      {kRightDeleteCustomer, Command::DeleteCustomer, true, true},
+      {kRightPruneCustomers, Command::PruneCustomers, true, true},
+      {kRightCustomerBalance, Command::AmendBalance, true, false},
+      {kRightStatusDisplay, Command::ActivitySummary, true, true},
+      {kRightPrintTakings, Command::PrintTakings, true, true},
+      {kRightPurgeTakings, Command::PurgeTakings, true, true},
+      {kRightPurgeLogFiles, Command::PurgeLogFiles, true, true},
+      {kRightTakingsAmendment, Command::TakingsAmendment, true, true},
+      {kRightFileReset, Command::FileReset, true, false},
+      {kRightFileReset, Command::Restore, false, true},
+      {kRightNewInventory, Command::NewLine, true, true},
+      {kRightInventoryReceived, Command::InventoryReceived, true, true},
+      {kRightAmendInventory, Command::AmendInventory, true, true},
+      {kRightTaxSetup, Command::TaxSetup, true, false},
+      {kRightDiscountButton, Command::AddDiscount, false, true},
+      {kRightAdjustButton, Command::AdjustPrice, false, true},
+      {kRightTradeButton, Command::TradeToggle, false, true},
+      {kRightWeightButton, Command::AdjustByWeight, false, true},
+      {kRightNonInventory, Command::NonInventory, false, true},
+      {kRightRefunds, Command::Refund, false, true},
+      {kRightTillOpen, Command::OpenDrawer, false, true},
+  };
+  for (const Case& c : cases) {
+    RightsForm form{};  // nothing kept back but this one right
+    form[c.right] = true;
+    Acceptrightsform(form);
+    int ran = 0;
+    SetHandler(c.command, [&ran](int) { ++ran; });
+    for (int clerk : {3, 2}) {
+      Logonclerk(clerk);
+      EXPECT_EQ(MenuEntryEnabled(c.command), !(c.greyed && clerk == 3)) << Rightlabel(c.right);
+      Dispatch(c.command);
+    }
+    EXPECT_EQ(ran, c.refused ? 1 : 2) << Rightlabel(c.right);
+    SetHandler(c.command, {});
+  }
+  EXPECT_TRUE(Shown().empty());
 }
 
-TEST_F(CommandsTest, TheMenuGreysForARestrictedClerkAndTicksFollowTheSettings) {
-  EXPECT_TRUE(MenuEntryEnabled(Command::TaxSetup));
+TEST_F(CommandsTest, TheMenusFollowTheirFlagsAndTicksFollowTheSettings) {
   G().screen.restricted_clerk = 2;
-  EXPECT_FALSE(MenuEntryEnabled(Command::TaxSetup));
   EXPECT_FALSE(MenuEntryEnabled(Command::SoundEffects));  // no flag frees it
-  EXPECT_FALSE(MenuEntryEnabled(Command::ActivitySummary));
-  EXPECT_TRUE(MenuEntryEnabled(Command::Cash));
-  S().free_tax_setup = 2;
   S().free_item[4] = 2;
-  EXPECT_TRUE(MenuEntryEnabled(Command::TaxSetup));
   EXPECT_TRUE(MenuEntryEnabled(Command::PrintActivitySummary));
-  EXPECT_TRUE(MenuEnabled("&Reports"));
-  S().restrict_report_menu = 2;
   S().restrict_activity_menu = 2;
-  EXPECT_FALSE(MenuEnabled("&Reports"));
   EXPECT_FALSE(MenuEnabled("Activity"));
   EXPECT_TRUE(MenuEnabled("Payments"));
   G().screen.restricted_clerk = 0;
-  EXPECT_TRUE(MenuEnabled("&Reports"));
+  EXPECT_TRUE(MenuEnabled("Activity"));
 
   EXPECT_TRUE(MenuEntryTicked(Command::SoundEffects));
   EXPECT_TRUE(MenuEntryTicked(Command::ButtonTips));

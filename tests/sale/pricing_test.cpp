@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The rounding rules and the tax of a line, case by case.
+// The rounding rules and the edges of the tax of a line, case by case.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -50,46 +50,9 @@ class LineTaxTest : public ::testing::Test {
   }
 };
 
-TEST_F(LineTaxTest, TaxOneIsRoundedPerLineAndThePriceIsNot) {
-  Add({1.175f, 2});
-  Add({1.17f, 2});
-  Add({1.175f, 2, 2});
-  Add({2.5f, 0});
-  EXPECT_EQ(B().tax1[0], 0.24f);
-  EXPECT_EQ(B().line_total[0], 1.415f);
-  EXPECT_EQ(B().tax1[1], 0.23f);
-  EXPECT_EQ(B().tax1[2], kTwentyFourLessAPenny);
-  EXPECT_EQ(B().non_taxable[3], 2.5f);
-  EXPECT_EQ(B().tax1[3], 0.0f);
-  // 1.175 is 1.17499995 as a float: every running sum takes its two-decimal text.
-  EXPECT_EQ(B().total_taxable, 3.51f);
-  EXPECT_EQ(B().total_tax1, 0.70f);
-  EXPECT_EQ(B().total_non_taxable, 2.5f);
-  EXPECT_EQ(B().total, 6.71f);
-}
-
-TEST_F(LineTaxTest, TaxCodesChooseTheTaxesAndTaxOnTaxCompounds) {
-  S().tax2_switch = 2;
-  S().tax2_rate = 1000;
-  Add({10.0f, 1});
-  Add({10.0f, 2});
-  Add({10.0f, 3});
-  S().tax_on_tax = 2;
-  Add({10.0f, 1});
-  Add({10.0f, 3});
-  S().tax1_switch = 0;
-  S().tax2_switch = 0;
-  Add({3.0f, 1});  // a coded line is taxable even with both taxes off
-  const float t1[] = {2, 2, 0, 2, 0, 0}, t2[] = {1, 0, 1, 1.2f, 1, 0};
-  for (int i = 0; i < 6; ++i) {
-    EXPECT_EQ(B().tax1[i], t1[i]) << i;
-    EXPECT_EQ(B().tax2[i], t2[i]) << i;
-  }
-  EXPECT_EQ(B().line_total[3], 13.2f);
-  EXPECT_EQ(B().total_taxable, 53.0f);
-  EXPECT_EQ(B().total, 63.2f);
-}
-
+// Per-line tax rounding, the tax codes and tax on tax are compared bit for bit
+// against a step-by-step model over thousands of random baskets; here the
+// boundaries a random price seldom lands on.
 TEST_F(LineTaxTest, ThresholdLineCatchesUpOnEarlierTaxableLines) {
   S().tax1_threshold_on = 2;
   S().tax1_threshold = 100.0;

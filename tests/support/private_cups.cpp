@@ -1,12 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "support/private_cups.h"
 
-#include <arpa/inet.h>
 #include <cups/cups.h>
-#include <netinet/in.h>
 #include <signal.h>
 #include <spawn.h>
-#include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -17,37 +14,14 @@
 #include <sstream>
 #include <thread>
 
+#include "support/local_ports.h"
+
 extern char** environ;
 
 namespace tilo {
 namespace {
 
 namespace fs = std::filesystem;
-
-int FreePort() {
-  int s = socket(AF_INET, SOCK_STREAM, 0);
-  sockaddr_in a{};
-  a.sin_family = AF_INET;
-  a.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  socklen_t n = sizeof a;
-  int port = 0;
-  if (bind(s, reinterpret_cast<sockaddr*>(&a), n) == 0 &&
-      getsockname(s, reinterpret_cast<sockaddr*>(&a), &n) == 0)
-    port = ntohs(a.sin_port);
-  close(s);
-  return port;
-}
-
-bool Accepts(int port) {
-  int s = socket(AF_INET, SOCK_STREAM, 0);
-  sockaddr_in a{};
-  a.sin_family = AF_INET;
-  a.sin_port = htons(uint16_t(port));
-  a.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  bool ok = connect(s, reinterpret_cast<sockaddr*>(&a), sizeof a) == 0;
-  close(s);
-  return ok;
-}
 
 void Write(const fs::path& path, const std::string& text) {
   std::ofstream(path) << text;
@@ -88,7 +62,7 @@ bool PrivateCups::Start(const fs::path& root, const std::string& printer) {
             r + "/cache\nStateDir " + r + "/state\nServerBin " + r +
             "/bin\nDataDir /usr/share/cups\nAccessLog " + r + "/log/access_log\nErrorLog " + r +
             "/log/error_log\nPageLog " + r + "/log/page_log\n");
-  port_ = FreePort();
+  port_ = FreeLocalPort();
   Write(root / "conf/cupsd.conf", "Listen 127.0.0.1:" + std::to_string(port_) +
                                       "\nBrowsing No\nWebInterface No\nDefaultAuthType None\n"
                                       "<Location />\n  Order allow,deny\n  Allow all\n"
@@ -101,9 +75,9 @@ bool PrivateCups::Start(const fs::path& root, const std::string& printer) {
   const char* argv[] = {kCupsd, "-f", "-c", c.c_str(), "-s", s.c_str(), nullptr};
   if (posix_spawn(&pid_, kCupsd, nullptr, nullptr, const_cast<char**>(argv), environ) != 0)
     return false;
-  for (int i = 0; i < 100 && !Accepts(port_); ++i)
+  for (int i = 0; i < 100 && !LocalPortListening(port_); ++i)
     std::this_thread::sleep_for(std::chrono::milliseconds(50));
-  if (!Accepts(port_)) return false;
+  if (!LocalPortListening(port_)) return false;
   cupsSetServer(("127.0.0.1:" + std::to_string(port_)).c_str());
   return true;
 }

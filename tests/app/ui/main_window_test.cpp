@@ -42,18 +42,12 @@ TEST_F(MainWindowTest, OpensTheStoreAndFocusesTheItemBoxAtTheSizeOfTheScreenRule
   EXPECT_EQ(QApplication::focusWidget(), large.itemBox());
   large.close();
 
-  // A short desktop: the large window is moved to the top, centred.
+  // A short desktop: the large window is moved to the top, centred. The sizes
+  // for every desktop are the screen rule's logic test.
   MainWindow wide({1280, 768}, false);
   wide.afterSplash();
   EXPECT_EQ(wide.pos(), QPoint(128, 2));
-  EXPECT_EQ(wide.size(), QSize(1024, 746));
   wide.close();
-
-  MainWindow small({900, 500}, false);
-  small.afterSplash();
-  EXPECT_EQ(small.size(), QSize(800, 600));
-  EXPECT_EQ(small.pos(), QPoint(0, 0));
-  small.close();
 }
 
 TEST_F(MainWindowTest, AFailedOpeningLeavesTheWindowUnopened) {
