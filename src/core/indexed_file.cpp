@@ -116,7 +116,7 @@ bool IndexedFile::Load() {
   SortEntries(index.data(), size_t(total), scratch.data());
   if (helper.joinable()) helper.join();
   if (total == half && half < slots) {
-    if (second < 0 || second < slots - half) {
+    if (second < slots - half) {
       // Read on here what the helper could not, so that only a failed read of
       // this handle ends the load early, as in one pass.
       const int64_t from = half + std::max<int64_t>(second, 0);
