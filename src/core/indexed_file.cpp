@@ -3,8 +3,11 @@
 
 #include <algorithm>
 #include <cstring>
+#include <system_error>
+#include <thread>
 
 #include "platform/files.h"
+#include "platform/memory.h"
 #include "platform/platform.h"
 
 namespace tilo {
@@ -42,41 +45,100 @@ void IndexedFile::Clear() {
   ++writes;
 }
 
+int64_t IndexedFile::LoadSpan(File& f, int64_t first, int64_t count, IndexEntry* out, bool tell) {
+  const int64_t size = layout_.record_size;
+  // Large reads into a block small enough to stay in the cache; only the number
+  // and the name bytes of each record are kept. A short read ends the span, as a
+  // failed read does.
+  constexpr int64_t kBlockRecords = 64;
+  std::vector<char> block(size_t(size * kBlockRecords));
+  const bool keys = layout_.name_offset >= 0;
+  int64_t done = 0;
+  while (done < count) {
+    const int64_t want = std::min(kBlockRecords, count - done);
+    const int64_t got = f.read(block.data(), want * size);
+    if (got <= 0) break;
+    const int64_t whole = got / size;
+    for (int64_t i = 0; i < whole; ++i, ++done) {
+      const char* rec = block.data() + i * size;
+      const int64_t pos = first + done;
+      int64_t number = NumberOf(rec);
+      if (number <= 0 && number != -1 && layout_.repair_numbers) number = -1;
+      out[done] = IndexEntry{number, pos};
+      if (keys) std::memcpy(name_keys[size_t(pos)].data(), rec + layout_.name_offset, 2);
+      if (tell) on_record(pos, rec);
+    }
+    if (whole != want) break;
+  }
+  return done;
+}
+
 bool IndexedFile::Load() {
   Clear();
   File f(layout_.path, File::Mode::Read);
   if (!f) return false;
   if (on_record) on_record(-1, nullptr);
-  const int64_t size = layout_.record_size;
-  slot_count = f.size() / size;
-  index.reserve(size_t(slot_count) + 200);
-  if (layout_.name_offset >= 0) name_keys.assign(size_t(slot_count) + 200, NameKey{0, 0});
-
-  // One sequential pass in large blocks; only the number and the name bytes of
-  // each record are kept. A short read ends the walk, as a failed read does.
-  constexpr int64_t kBlockRecords = 64;  // small enough to stay in the cache
-  std::vector<char> block(size_t(size * kBlockRecords));
-  int64_t pos = 0;
-  for (;;) {
-    int64_t got = f.read(block.data(), int64_t(block.size()));
-    if (got <= 0) break;
-    int64_t whole = got / size;
-    for (int64_t i = 0; i < whole; ++i, ++pos) {
-      const char* rec = block.data() + i * size;
-      int64_t number = NumberOf(rec);
-      if (number <= 0 && number != -1 && layout_.repair_numbers) number = -1;
-      index.push_back({number, pos});
-      if (on_record) on_record(pos, rec);
-      if (layout_.name_offset >= 0)
-        std::memcpy(name_keys[size_t(pos)].data(), rec + layout_.name_offset, 2);
-      if (number < 0)
-        ++deleted;
-      else
-        ++live;
-    }
-    if (whole * size != got) break;
+  slot_count = f.size() / layout_.record_size;
+  const int64_t slots = slot_count;
+  ReserveLarge(index, size_t(slots) + 200);
+  index.resize(size_t(slots));
+  if (layout_.name_offset >= 0) {
+    ReserveLarge(name_keys, size_t(slots) + 200);
+    name_keys.assign(size_t(slots) + 200, NameKey{0, 0});
   }
-  Sortindex(index, index.size());
+  std::vector<IndexEntry> scratch;
+  ReserveLarge(scratch, size_t(slots) + 200);
+  scratch.resize(size_t(slots));
+
+  // A big file is read and sorted in two halves at once, the second by a helper
+  // on the other core, and the halves merged: the same index as one pass in file
+  // order followed by a stable sort. A cache told of every record hears of them
+  // in file order, so it gets the one pass.
+  constexpr int64_t kSplitRecords = 4096;
+  const int64_t half = (on_record || slots < kSplitRecords) ? slots : slots / 2;
+  int64_t second = -1;  // records of the second half read, or -1 if the helper didn't start
+  std::thread helper;
+  if (half < slots) {
+    try {
+      helper = std::thread([&] {
+        File g(layout_.path, File::Mode::Read);
+        const int64_t got = g && g.seek(half * layout_.record_size)
+                                ? LoadSpan(g, half, slots - half, &index[size_t(half)], false)
+                                : 0;
+        SortEntries(&index[size_t(half)], size_t(got), &scratch[size_t(half)]);
+        second = got;
+      });
+    } catch (const std::system_error&) {
+      // No thread to be had: the second half is read below, after the first.
+    }
+  }
+  int64_t total = LoadSpan(f, 0, half, index.data(), on_record != nullptr);
+  SortEntries(index.data(), size_t(total), scratch.data());
+  if (helper.joinable()) helper.join();
+  if (total == half && half < slots) {
+    if (second < slots - half) {
+      // Read on here what the helper could not, so that only a failed read of
+      // this handle ends the load early, as in one pass.
+      const int64_t from = half + std::max<int64_t>(second, 0);
+      int64_t more = f.seek(from * layout_.record_size)
+                         ? LoadSpan(f, from, slots - from, &index[size_t(from)], false)
+                         : 0;
+      SortEntries(&index[size_t(half)], size_t(from - half + more), &scratch[size_t(half)]);
+      second = from - half + more;
+    }
+    // Equal numbers: the first half's entry goes first, as it lies earlier in the file.
+    std::merge(index.begin(), index.begin() + half, index.begin() + half,
+               index.begin() + half + second, scratch.begin(),
+               [](const IndexEntry& a, const IndexEntry& b) { return a.number < b.number; });
+    total = half + second;
+    index.swap(scratch);
+  }
+  index.resize(size_t(total));
+  // Past a failed read nothing was read, whatever the helper found there.
+  if (layout_.name_offset >= 0 && total < slots)
+    std::fill(name_keys.begin() + total, name_keys.begin() + slots, NameKey{0, 0});
+  deleted = int64_t(Findnumber(index, 0));
+  live = total - deleted;
   return true;
 }
 

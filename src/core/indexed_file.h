@@ -161,6 +161,9 @@ class IndexedFile {
   NameKey KeyOf(const void* buffer) const;
   void SetKey(int64_t pos, NameKey key);
   bool WriteRecord(int64_t pos, const void* buffer, bool at_end);
+  // Reads `count` records from `f`, which stands at record `first`, into `out`
+  // and NameKeys, telling on_record of each when `tell`; returns the records read.
+  int64_t LoadSpan(File& f, int64_t first, int64_t count, IndexEntry* out, bool tell);
 
   IndexedFileLayout layout_;
 };

@@ -26,5 +26,7 @@ size_t Findnumber(const NumberIndex& index, int64_t number);
 
 // Sorts the first `count` entries by number; equal numbers keep their order.
 void Sortindex(NumberIndex& index, size_t count);
+// The same over `count` entries at `first`, with room for as many in `scratch`.
+void SortEntries(IndexEntry* first, size_t count, IndexEntry* scratch);
 
 }  // namespace tilo

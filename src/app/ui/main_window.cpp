@@ -7,6 +7,7 @@
 #include <QResizeEvent>
 #include <QToolBar>
 
+#include "app/ui/start_timing.h"
 #include "config/tips.h"
 #include "config/ui/config_sheet.h"
 #include "config/ui/tip_form.h"
@@ -220,6 +221,7 @@ void MainWindow::afterSplash() {
   show();
   activateWindow();
   sale_->itemBox()->setFocus();
+  if (QuitOnceShownForTiming(this)) return;
   // Nobody sells before a clerk has logged on.
   Dispatch(Command::LogOff);
   // The tip of the day follows the first log-on of the run, so that it never
