@@ -17,6 +17,7 @@
 #include "core/text.h"
 #include "inventory/pictures.h"
 #include "platform/files.h"
+#include "upkeep/backup.h"
 
 namespace tilo {
 namespace {
@@ -158,6 +159,9 @@ int Opendata() {
 
 bool OpenStore() {
   State& g = G();
+  // A restore the last run did not see to its end is finished before the files
+  // it replaces are read.
+  FinishRestore();
   Timestamp();
   g.start_weekday = g.now.day_of_week;
   g.start_hour = g.now.hour;

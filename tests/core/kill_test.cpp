@@ -16,6 +16,7 @@
 #include <time.h>
 #include <unistd.h>
 
+#include <cctype>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -345,8 +346,7 @@ class KillTest : public SaleTest {
   // Reads the till's lines for up to `timeout_ms`; true as soon as a "B" of
   // `focus` has come (when asked), false when the time is up or the till gone.
   bool Drain(int fd, int timeout_ms, std::optional<KillOp> focus = std::nullopt) {
-    const auto deadline =
-        std::chrono::steady_clock::now() + std::chrono::milliseconds(timeout_ms);
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeout_ms);
     for (;;) {
       const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
           deadline - std::chrono::steady_clock::now());
@@ -576,6 +576,7 @@ TEST_F(KillTest, EveryReturnedOperationSurvivesAKillAndNothingIsHalfThere) {
   for (double& d : duration_) d = 20000;
   std::mt19937_64 rng(seed);
   std::vector<std::string> failures;
+  std::map<std::string, int> kinds;  // the problems by operation and kind, numbers as N
   const auto started = std::chrono::steady_clock::now();
 
   for (int k = 1; k <= kills; ++k) {
@@ -619,7 +620,7 @@ TEST_F(KillTest, EveryReturnedOperationSurvivesAKillAndNothingIsHalfThere) {
       const double elapsed = double(std::chrono::duration_cast<std::chrono::microseconds>(
                                         std::chrono::steady_clock::now() - begun_at_)
                                         .count());
-      duration_[int(focus)] = std::min(std::max(duration_[int(focus)], elapsed * 1.25), 2e6);
+      duration_[int(focus)] = std::min(std::max(duration_[int(focus)] * 1.2, elapsed * 1.25), 5e6);
     }
     const std::string where = std::string(flight_ ? KillOpName(flight_->op) : "between");
     ++tally_[flight_ ? int(flight_->op) : kKillOps].kills;
@@ -632,6 +633,11 @@ TEST_F(KillTest, EveryReturnedOperationSurvivesAKillAndNothingIsHalfThere) {
     if (!begun && till_error_.empty()) problems.push_back("the till never began its work");
     for (const std::string& p : Check()) problems.push_back(p);
     for (const std::string& p : problems) {
+      std::string kind = where + ": ";
+      for (char c : p)
+        if (!std::isdigit(static_cast<unsigned char>(c)) || kind.back() != 'N')
+          kind += std::isdigit(static_cast<unsigned char>(c)) ? 'N' : c;
+      ++kinds[kind];
       failures.push_back("kill " + std::to_string(k) + " in " + where + " (focus " +
                          KillOpName(focus) + ", TILO_KILL_SEED=" + std::to_string(seed) +
                          " TILO_KILLS=" + std::to_string(k) + "): " + p);
@@ -654,7 +660,8 @@ TEST_F(KillTest, EveryReturnedOperationSurvivesAKillAndNothingIsHalfThere) {
     std::printf("%-16s %6d %9d\n", k == kKillOps ? "between" : KillOpName(KillOp(k)),
                 tally_[k].kills, tally_[k].returned);
   std::printf("%d kills in %.1f s, %zu problems\n", kills, seconds, failures.size());
-  for (size_t k = 0; k < failures.size() && k < 60; ++k) std::printf("%s\n", failures[k].c_str());
+  for (const auto& [kind, count] : kinds) std::printf("%5d x %s\n", count, kind.c_str());
+  for (size_t k = 0; k < failures.size() && k < 40; ++k) std::printf("%s\n", failures[k].c_str());
   std::fflush(stdout);
   EXPECT_TRUE(failures.empty()) << failures.size() << " problems; the first: " << failures[0];
 }
