@@ -175,6 +175,7 @@ bool OpenStore() {
   }
 
   SettingsRecord& s = g.settings;
+  FinishBackupSet(BackupFolderPath(FieldText(s.backup_folder)) + "/");
   g.previous_run_minute = s.last_used_minute;
   g.previous_run_hour = s.last_used_hour;
   g.previous_run_day = s.last_used_day;

@@ -201,6 +201,12 @@ bool ListedSwapIn(UpkeepFiles& files, const std::string& folder,
 
 }  // namespace
 
+bool FinishBackupSet(const std::string& folder) {
+  if (!FinishSwap(folder)) return false;
+  DropSwapList(folder);
+  return true;
+}
+
 bool FinishRestore() {
   const auto purge = FinishSwap("");
   if (!purge) return false;
@@ -295,7 +301,7 @@ void Backup(UpkeepFiles& files) {
                 now.day, now.month, now.year);
   if (!AppendToLog(line)) Message("Data file: bun4.dat.", kProblem);
 
-  if (FinishSwap(folder)) DropSwapList(folder);
+  FinishBackupSet(folder);
   const std::string probe = folder + kActivityLog;
   const bool probe_was_there = FileExists(probe);
   if (!File(probe, File::Mode::ReadWrite)) {
@@ -341,7 +347,7 @@ void Restore(UpkeepFiles& files) {
   const size_t at = Upper(*chosen).rfind("WR.CFG");
   if (at == std::string::npos) return void(Message("File not present.", "Fatal error"));
   const std::string folder = chosen->substr(0, at);
-  if (FinishSwap(folder)) DropSwapList(folder);
+  FinishBackupSet(folder);
   if (!BackupSetIsThere(folder)) return;
 
   EmptyStaging();
