@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "core/record_batch.h"
 #include "platform/files.h"
 #include "platform/platform.h"
 
@@ -111,8 +112,49 @@ bool IndexedFile::ReadAt(int64_t pos, void* buffer, bool report) {
   return ok;
 }
 
+namespace {
+
+// The file whose record writes WriteTogether holds back, and where to. Set only
+// for the length of one change.
+struct Holding {
+  const IndexedFile* file = nullptr;
+  WriteBatch* batch = nullptr;
+} holding;
+
+// Holds a record write back in the batch of WriteTogether; false when this
+// file's writes are not being held.
+bool Hold(const IndexedFile& file, int64_t pos, const void* buffer, const char* failed) {
+  if (holding.file != &file) return false;
+  const IndexedFileLayout& layout = file.layout();
+  holding.batch->Put(layout.path, pos * layout.record_size, buffer, layout.record_size, failed,
+                     kProblem);
+  return true;
+}
+
+}  // namespace
+
+bool WriteTogether(IndexedFile& file, const std::function<bool()>& change,
+                   const std::function<void(WriteBatch&)>& more) {
+  WriteBatch batch;
+  holding = {&file, &batch};
+  const bool changed = change();
+  holding = {};
+  if (!changed) return false;
+  if (more) more(batch);
+  if (batch.Commit()) return true;
+  file.Load();
+  return false;
+}
+
+int64_t PositionOf(const IndexedFile& file, int64_t number) {
+  const size_t slot = Findnumber(file.index, number);
+  return slot < file.index.size() && file.index[slot].number == number ? file.index[slot].position
+                                                                       : -1;
+}
+
 bool IndexedFile::WriteRecord(int64_t pos, const void* buffer, bool sync) {
   ++writes;
+  if (Hold(*this, pos, buffer, layout_.messages.delete_write_failed)) return true;
   File f(layout_.path, File::Mode::Write);
   if (!f) return false;
   return f.seek(pos * layout_.record_size) && f.write(buffer, layout_.record_size) &&
@@ -134,14 +176,16 @@ bool IndexedFile::Insert(const void* buffer) {
   SetKey(pos, KeyOf(buffer));
   ++writes;
 
-  File f(layout_.path, File::Mode::Write);
-  if (!f) {
-    Message(layout_.messages.open_failed, kFatal);
-    return false;
-  }
-  if (!f.seek(pos * layout_.record_size) || !f.write(buffer, layout_.record_size) || !f.sync()) {
-    Message(layout_.messages.add_write_failed, kProblem);
-    return false;
+  if (!Hold(*this, pos, buffer, layout_.messages.add_write_failed)) {
+    File f(layout_.path, File::Mode::Write);
+    if (!f) {
+      Message(layout_.messages.open_failed, kFatal);
+      return false;
+    }
+    if (!f.seek(pos * layout_.record_size) || !f.write(buffer, layout_.record_size) || !f.sync()) {
+      Message(layout_.messages.add_write_failed, kProblem);
+      return false;
+    }
   }
   if (on_record) on_record(pos, buffer);
   ++live;
@@ -185,16 +229,18 @@ bool IndexedFile::Rewrite(const void* buffer) {
     Message("Invalid number.", kProblem);
     return false;
   }
-  File f(layout_.path, File::Mode::Write);
-  if (!f) {
-    Message(layout_.messages.open_failed, kFatal);
-    return false;
-  }
   const int64_t pos = index[slot].position;
   ++writes;
-  if (!f.seek(pos * layout_.record_size) || !f.write(buffer, layout_.record_size) || !f.sync()) {
-    Message(layout_.messages.rewrite_write_failed, kProblem);
-    return false;
+  if (!Hold(*this, pos, buffer, layout_.messages.rewrite_write_failed)) {
+    File f(layout_.path, File::Mode::Write);
+    if (!f) {
+      Message(layout_.messages.open_failed, kFatal);
+      return false;
+    }
+    if (!f.seek(pos * layout_.record_size) || !f.write(buffer, layout_.record_size) || !f.sync()) {
+      Message(layout_.messages.rewrite_write_failed, kProblem);
+      return false;
+    }
   }
   if (on_record) on_record(pos, buffer);
   position = pos;

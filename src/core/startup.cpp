@@ -15,6 +15,7 @@
 #include "core/state.h"
 #include "core/supplier_file.h"
 #include "core/text.h"
+#include "core/write_batch.h"
 #include "inventory/pictures.h"
 #include "platform/files.h"
 #include "upkeep/backup.h"
@@ -101,6 +102,31 @@ bool FirstRun() {
   return true;
 }
 
+// A commit cut short by a kill or a power cut is finished (or, when it had
+// failed and could not be taken back, taken back) before any file is read. The
+// shop's own log says so; the clerk is told only when it can't be done.
+void RepairUnfinishedCommit() {
+  if (FinishSwap()) AppendToLog(StampedEntry("Unfinished file swap completed."));
+  const char* what = nullptr;
+  switch (RepairJournal()) {
+    case JournalRepair::None:
+      return;
+    case JournalRepair::Finished:
+      what = "Unfinished save completed.";
+      break;
+    case JournalRepair::TakenBack:
+      what = "Failed save taken back.";
+      break;
+    case JournalRepair::Discarded:
+      what = "Unfinished save discarded before it began.";
+      break;
+    case JournalRepair::Failed:
+      Message("Unable to complete the last save (commit.jnl).", kProblem);
+      return;
+  }
+  AppendToLog(StampedEntry(what));
+}
+
 }  // namespace
 
 bool DesktopIsUsable(DesktopSize desktop) {
@@ -169,6 +195,7 @@ bool OpenStore() {
   g.today_day = g.now.day;
   g.today_month = g.now.month;
   g.today_year = g.now.year;
+  RepairUnfinishedCommit();
   if (!Opendata()) {
     g.open_failed = true;
     return false;

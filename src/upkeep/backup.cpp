@@ -19,6 +19,8 @@
 #include "core/startup.h"
 #include "core/state.h"
 #include "core/text.h"
+#include "core/write_batch.h"
+#include "platform/file_faults.h"
 #include "platform/files.h"
 #include "platform/platform.h"
 #include "sale/screen.h"
@@ -240,7 +242,7 @@ bool UpkeepFiles::copy_verified(const std::string& from, const std::string& to,
 }
 
 bool UpkeepFiles::rename(const std::string& from, const std::string& to) {
-  return ::rename(from.c_str(), to.c_str()) == 0;
+  return RenameFile(from, to);
 }
 
 bool SwapIn(UpkeepFiles& files, const std::vector<std::pair<std::string, std::string>>& moves) {
@@ -248,8 +250,11 @@ bool SwapIn(UpkeepFiles& files, const std::vector<std::pair<std::string, std::st
   auto undo = [&] {
     for (const auto& target : placed) RemoveFile(target);
     for (const auto& target : aside) ::rename((target + kAside).c_str(), target.c_str());
+    EndSwap();
     return false;
   };
+  // A kill from here on is finished by the next start.
+  if (!BeginSwap(moves, kAside)) return false;
   for (const auto& [staged, target] : moves) {
     if (!FileExists(target)) continue;
     if (!files.rename(target, target + kAside)) return undo();
@@ -260,6 +265,7 @@ bool SwapIn(UpkeepFiles& files, const std::vector<std::pair<std::string, std::st
     placed.push_back(target);
   }
   for (const auto& target : aside) RemoveFile(target + kAside);
+  EndSwap();
   return true;
 }
 
