@@ -217,8 +217,6 @@ class Till {
     ResetState();
     platform_.clear_record();
     if (!OpenStore()) Fail("the store did not open");
-    // The card application's folder and the settings the test relies on.
-    G().settings.negative_stock = 2;
   }
 
   int64_t AnySaleItem() { return int64_t(rng_() % kSaleItems) + 1; }
