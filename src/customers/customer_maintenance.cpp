@@ -201,7 +201,7 @@ void Addcustomer() {
       ShowDoubles(doubles.by_address, "New customer search: address");
     }
     if (Message("Store record?", "New customer", Buttons::OkCancel) != Answer::Ok) return;
-    if (!Insertmember(record)) return;
+    if (!WriteTogether(g.members, [&] { return Insertmember(record); })) return;
     g.member = record;
     ++g.settings.new_customers_today;
     Sound(kSoundAdded);

@@ -100,7 +100,7 @@ void Amendbundle() {
     return;
   }
   G().film = form.record;
-  if (!Rewritefilm()) return;
+  if (!WriteTogether(G().films, Rewritefilm)) return;
   G().films.UpdateNameKey(&G().film);
   Sound(kSoundAdded);
   Fillquickselect();
@@ -319,7 +319,7 @@ void Newline() {
       continue;
     }
     Clearloanfields(r);
-    if (!Insertnumber(r)) break;
+    if (!WriteTogether(G().films, [&] { return Insertnumber(r); })) break;
     Fillquickselect();
     if (button == ItemButton::Ok) {
       Sound(kSoundAdded);
@@ -360,7 +360,7 @@ void Amendinventory() {
     return;
   }
   G().film = form.record;
-  if (!Rewritefilm()) return;
+  if (!WriteTogether(G().films, Rewritefilm)) return;
   G().films.UpdateNameKey(&G().film);
   Sound(kSoundAdded);
   Fillquickselect();
@@ -417,7 +417,7 @@ void Newbundle() {
     Clearloanfields(r);
     r.is_bundle = 2;
     G().film = r;
-    if (!Insertnumber(r)) return;
+    if (!WriteTogether(G().films, [&] { return Insertnumber(r); })) return;
     Sound(kSoundAdded);
     Fillquickselect();
     return;
