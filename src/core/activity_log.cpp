@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "core/state.h"
+#include "platform/file_faults.h"
 #include "platform/files.h"
 
 namespace tilo {
@@ -41,7 +42,7 @@ bool Limitlog() {
   }
   if (size > LogLimit(G().settings.log_capacity)) {
     RemoveFile(kPreviousActivityLog);
-    if (std::rename(kActivityLog, kPreviousActivityLog) == 0) SyncFolder(".");
+    if (RenameFile(kActivityLog, kPreviousActivityLog)) SyncFolder(".");
   }
   return true;
 }

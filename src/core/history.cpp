@@ -19,10 +19,11 @@ namespace {
 
 constexpr int32_t kHighestTransaction = 200000000;
 
-// A folder is made only where none stands: one that exists already (without the
-// base.dat that marks it complete) counts as a failure, as it always has.
+// A folder that stands already without the base.dat that marks it complete was
+// left by a start or a purge cut short: it is completed, not refused, or the
+// shop could never open on that day again. A file in the way still fails.
 bool CreateNewFolder(const std::string& path) {
-  return ::mkdir(path.c_str(), 0700) == 0;
+  return MakeFolder(path);
 }
 
 std::string ClockText() {
@@ -31,13 +32,10 @@ std::string ClockText() {
   return text;
 }
 
-// Appends `bytes` to a base.dat, creating it. False when it can't be opened.
+// Writes a new base.dat whole under its name, so that a till stopped on the way
+// leaves none rather than one without its header. False when it can't be written.
 bool StartBaseFile(const std::string& path, std::string_view bytes) {
-  File f(path, File::Mode::Append);
-  if (!f) return false;
-  f.write(bytes);
-  f.sync();
-  return true;
+  return ReplaceFile(path, bytes);
 }
 
 // Reads a file of fixed records whole; a record cut short at the end is kept

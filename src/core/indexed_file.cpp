@@ -3,9 +3,13 @@
 
 #include <algorithm>
 #include <cstring>
+#include <string>
 #include <system_error>
 #include <thread>
+#include <utility>
+#include <vector>
 
+#include "core/record_batch.h"
 #include "platform/files.h"
 #include "platform/memory.h"
 #include "platform/platform.h"
@@ -173,8 +177,78 @@ bool IndexedFile::ReadAt(int64_t pos, void* buffer, bool report) {
   return ok;
 }
 
+namespace {
+
+// The file whose record writes WriteTogether holds back, where to, and the
+// records held (by position). Set only for the length of one change.
+struct Holding {
+  const IndexedFile* file = nullptr;
+  WriteBatch* batch = nullptr;
+  std::vector<std::pair<int64_t, std::string>> records;
+} holding;
+
+// Holds a record write back in the batch of WriteTogether: 0 when this file's
+// writes are not being held, 1 when held, -1 when the file can't be opened for
+// writing (after `unopened`, when given, under "Fatal error"), as a direct write
+// would have found.
+int Hold(const IndexedFile& file, int64_t pos, const void* buffer, const char* unopened,
+         const char* failed) {
+  if (holding.file != &file) return 0;
+  const IndexedFileLayout& layout = file.layout();
+  if (!File(layout.path, File::Mode::Write)) {
+    if (unopened) Message(unopened, kFatal);
+    return -1;
+  }
+  holding.batch->Put(layout.path, pos * layout.record_size, buffer, layout.record_size, failed,
+                     kProblem);
+  holding.records.emplace_back(
+      pos, std::string(static_cast<const char*>(buffer), size_t(layout.record_size)));
+  return 1;
+}
+
+}  // namespace
+
+bool WriteTogether(IndexedFile& file, const std::function<bool()>& change,
+                   const std::function<void(WriteBatch&)>& more) {
+  // What the change does to the index is undone from these if the batch fails;
+  // whoever caches records hears of them only once they are on disk.
+  const auto index = file.index;
+  const auto name_keys = file.name_keys;
+  const int64_t slot_count = file.slot_count, live = file.live, deleted = file.deleted;
+  const int64_t position = file.position;
+  const auto on_record = file.on_record;
+  file.on_record = nullptr;
+  WriteBatch batch;
+  holding = {&file, &batch, {}};
+  const bool changed = change();
+  const auto records = std::move(holding.records);
+  holding = {};
+  file.on_record = on_record;
+  if (changed && more) more(batch);
+  if (changed && batch.Commit()) {
+    if (on_record)
+      for (const auto& [pos, bytes] : records) on_record(pos, bytes.data());
+    return true;
+  }
+  file.index = index;
+  file.name_keys = name_keys;
+  file.slot_count = slot_count;
+  file.live = live;
+  file.deleted = deleted;
+  file.position = position;
+  return false;
+}
+
+int64_t PositionOf(const IndexedFile& file, int64_t number) {
+  const size_t slot = Findnumber(file.index, number);
+  return slot < file.index.size() && file.index[slot].number == number ? file.index[slot].position
+                                                                       : -1;
+}
+
 bool IndexedFile::WriteRecord(int64_t pos, const void* buffer, bool sync) {
   ++writes;
+  if (const int held = Hold(*this, pos, buffer, nullptr, layout_.messages.delete_write_failed))
+    return held > 0;
   File f(layout_.path, File::Mode::Write);
   if (!f) return false;
   return f.seek(pos * layout_.record_size) && f.write(buffer, layout_.record_size) &&
@@ -196,14 +270,19 @@ bool IndexedFile::Insert(const void* buffer) {
   SetKey(pos, KeyOf(buffer));
   ++writes;
 
-  File f(layout_.path, File::Mode::Write);
-  if (!f) {
-    Message(layout_.messages.open_failed, kFatal);
-    return false;
-  }
-  if (!f.seek(pos * layout_.record_size) || !f.write(buffer, layout_.record_size) || !f.sync()) {
-    Message(layout_.messages.add_write_failed, kProblem);
-    return false;
+  const int held =
+      Hold(*this, pos, buffer, layout_.messages.open_failed, layout_.messages.add_write_failed);
+  if (held < 0) return false;
+  if (held == 0) {
+    File f(layout_.path, File::Mode::Write);
+    if (!f) {
+      Message(layout_.messages.open_failed, kFatal);
+      return false;
+    }
+    if (!f.seek(pos * layout_.record_size) || !f.write(buffer, layout_.record_size) || !f.sync()) {
+      Message(layout_.messages.add_write_failed, kProblem);
+      return false;
+    }
   }
   if (on_record) on_record(pos, buffer);
   ++live;
@@ -247,16 +326,21 @@ bool IndexedFile::Rewrite(const void* buffer) {
     Message("Invalid number.", kProblem);
     return false;
   }
-  File f(layout_.path, File::Mode::Write);
-  if (!f) {
-    Message(layout_.messages.open_failed, kFatal);
-    return false;
-  }
   const int64_t pos = index[slot].position;
   ++writes;
-  if (!f.seek(pos * layout_.record_size) || !f.write(buffer, layout_.record_size) || !f.sync()) {
-    Message(layout_.messages.rewrite_write_failed, kProblem);
-    return false;
+  const int held =
+      Hold(*this, pos, buffer, layout_.messages.open_failed, layout_.messages.rewrite_write_failed);
+  if (held < 0) return false;
+  if (held == 0) {
+    File f(layout_.path, File::Mode::Write);
+    if (!f) {
+      Message(layout_.messages.open_failed, kFatal);
+      return false;
+    }
+    if (!f.seek(pos * layout_.record_size) || !f.write(buffer, layout_.record_size) || !f.sync()) {
+      Message(layout_.messages.rewrite_write_failed, kProblem);
+      return false;
+    }
   }
   if (on_record) on_record(pos, buffer);
   position = pos;

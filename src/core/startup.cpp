@@ -15,8 +15,10 @@
 #include "core/state.h"
 #include "core/supplier_file.h"
 #include "core/text.h"
+#include "core/write_batch.h"
 #include "inventory/pictures.h"
 #include "platform/files.h"
+#include "upkeep/backup.h"
 
 namespace tilo {
 namespace {
@@ -100,6 +102,31 @@ bool FirstRun() {
   return true;
 }
 
+// A commit cut short by a kill or a power cut is finished (or, when it had
+// failed and could not be taken back, taken back) before any file is read. The
+// shop's own log says so; the clerk is told only when it can't be done.
+void RepairUnfinishedCommit() {
+  if (FinishSwap()) AppendToLog(StampedEntry("Unfinished file swap completed."));
+  const char* what = nullptr;
+  switch (RepairJournal()) {
+    case JournalRepair::None:
+      return;
+    case JournalRepair::Finished:
+      what = "Unfinished save completed.";
+      break;
+    case JournalRepair::TakenBack:
+      what = "Failed save taken back.";
+      break;
+    case JournalRepair::Discarded:
+      what = "Unfinished save discarded before it began.";
+      break;
+    case JournalRepair::Failed:
+      Message("Unable to complete the last save (commit.jnl).", kProblem);
+      return;
+  }
+  AppendToLog(StampedEntry(what));
+}
+
 }  // namespace
 
 bool DesktopIsUsable(DesktopSize desktop) {
@@ -158,6 +185,9 @@ int Opendata() {
 
 bool OpenStore() {
   State& g = G();
+  // A restore the last run did not see to its end is finished before the files
+  // it replaces are read.
+  FinishRestore();
   Timestamp();
   g.start_weekday = g.now.day_of_week;
   g.start_hour = g.now.hour;
@@ -165,12 +195,14 @@ bool OpenStore() {
   g.today_day = g.now.day;
   g.today_month = g.now.month;
   g.today_year = g.now.year;
+  RepairUnfinishedCommit();
   if (!Opendata()) {
     g.open_failed = true;
     return false;
   }
 
   SettingsRecord& s = g.settings;
+  FinishBackupSet(BackupFolderPath(FieldText(s.backup_folder)) + "/");
   g.previous_run_minute = s.last_used_minute;
   g.previous_run_hour = s.last_used_hour;
   g.previous_run_day = s.last_used_day;

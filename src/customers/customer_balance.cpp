@@ -6,8 +6,10 @@
 #include "core/activity_log.h"
 #include "core/clock.h"
 #include "core/customer_file.h"
+#include "core/record_batch.h"
 #include "core/state.h"
 #include "core/text.h"
+#include "core/write_batch.h"
 #include "customers/customer_find.h"
 #include "platform/platform.h"
 #include "tender/account.h"
@@ -49,15 +51,17 @@ void Amendbalance() {
   }
   const float before = g.member.balance;
   g.member.balance = *amount;
-  if (!Rewritemember()) {
-    g.member.balance = before;
-    return;
-  }
   Timestamp();
   const std::string entry =
       StampedEntry("Customer " + std::to_string(g.member.number) + " balance amended: before " +
                    Money(before) + " after " + Money(*amount));
-  if (!AppendToLog(entry)) Message("Data file: bun4.dat, not present.", "Fatal error");
+  // The balance and its line in the log are written together.
+  if (!WriteTogether(g.members, Rewritemember, [&](WriteBatch& batch) {
+        batch.Append(kActivityLog, entry, "Data file: bun4.dat, not present.", "Fatal error");
+      })) {
+    g.member.balance = before;
+    return;
+  }
   Message("Updated", "Customer");
 }
 

@@ -9,8 +9,10 @@
 #include "core/activity_log.h"
 #include "core/clock.h"
 #include "core/inventory.h"
+#include "core/record_batch.h"
 #include "core/state.h"
 #include "core/text.h"
+#include "core/write_batch.h"
 #include "customers/customer_balance.h"
 #include "customers/customer_find.h"
 #include "inventory/find_view.h"
@@ -199,7 +201,7 @@ void Addcustomer() {
       ShowDoubles(doubles.by_address, "New customer search: address");
     }
     if (Message("Store record?", "New customer", Buttons::OkCancel) != Answer::Ok) return;
-    if (!Insertmember(record)) return;
+    if (!WriteTogether(g.members, [&] { return Insertmember(record); })) return;
     g.member = record;
     ++g.settings.new_customers_today;
     Sound(kSoundAdded);
@@ -228,15 +230,17 @@ void Amendfoundcustomer() {
     return;
   }
   g.member = record;
-  if (!Rewritemember()) return;
-  Sound(kSoundAdded);
-
   const MemberRecord& before = g.member_before;
   Timestamp();
   const std::string entry = "\r\n" + LogStamp() + "  Customer " + std::to_string(before.number) +
                             " amended:\r\nBefore: " + Name(before) + AuditLines(before) +
                             "\r\n\r\nAfter: " + Name(record) + AuditLines(record);
-  if (!AppendToLog(entry)) Message("Data file: bun4.dat, not present.", "Fatal error");
+  // The record and its before-and-after in the log are written together.
+  if (!WriteTogether(g.members, Rewritemember, [&](WriteBatch& batch) {
+        batch.Append(kActivityLog, entry, "Data file: bun4.dat, not present.", "Fatal error");
+      }))
+    return;
+  Sound(kSoundAdded);
 }
 
 void Amendcustomer() {
@@ -246,7 +250,6 @@ void Amendcustomer() {
 bool Removecustomer() {
   const int64_t number = G().member.number;
   const std::string name = Name(G().member);
-  if (!Removemember()) return false;
   Timestamp();
   const char* t = G().stamp_text;
   const LocalTime& now = G().now;
@@ -254,8 +257,9 @@ bool Removecustomer() {
   std::snprintf(head, sizeof head, "\r\n%c%c:%c%c %d/%d/%d Customer ", t[0], t[1], t[3], t[4],
                 now.day, now.month, now.year);
   const std::string entry = head + std::to_string(number) + ", " + name + " deleted.\r\n";
-  if (!AppendToLog(entry)) Message("Data file: film.dat, not present.", "Fatal error");
-  return true;
+  return WriteTogether(G().members, Removemember, [&](WriteBatch& batch) {
+    batch.Append(kActivityLog, entry, "Data file: film.dat, not present.", "Fatal error");
+  });
 }
 
 void Deletecustomer() {

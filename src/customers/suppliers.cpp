@@ -3,6 +3,7 @@
 
 #include <optional>
 
+#include "core/record_batch.h"
 #include "core/state.h"
 #include "core/text.h"
 #include "platform/platform.h"
@@ -81,7 +82,8 @@ void Addsupplier() {
   // isn't found later at a place that holds something else.
   IndexedFile& suppliers = G().suppliers;
   const NumberIndex before = suppliers.index;
-  if (!Insertsupplier(form.record)) suppliers.index = before;
+  if (!WriteTogether(suppliers, [&] { return Insertsupplier(form.record); }))
+    suppliers.index = before;
 }
 
 void Amendsupplier() {
@@ -100,7 +102,7 @@ void Amendsupplier() {
     return;
   }
   G().supplier = form.record;
-  Rewritesupplier();
+  WriteTogether(G().suppliers, Rewritesupplier);
 }
 
 void Deletesupplier() {
@@ -111,7 +113,7 @@ void Deletesupplier() {
     Message("Supplier does not exist", "Delete supplier");
     return;
   }
-  if (Fetchsupplier(*number) == 0 || !Removesupplier()) return;
+  if (Fetchsupplier(*number) == 0 || !WriteTogether(G().suppliers, Removesupplier)) return;
   Message("Supplier deleted.", "Delete supplier");
 }
 

@@ -10,9 +10,11 @@
 #include "core/clock.h"
 #include "core/inventory.h"
 #include "core/number_index.h"
+#include "core/record_batch.h"
 #include "core/settings.h"
 #include "core/state.h"
 #include "core/text.h"
+#include "core/write_batch.h"
 #include "platform/sounds.h"
 #include "sale/basket.h"
 #include "sale/pricing.h"
@@ -98,7 +100,7 @@ void Amendbundle() {
     return;
   }
   G().film = form.record;
-  if (!Rewritefilm()) return;
+  if (!WriteTogether(G().films, Rewritefilm)) return;
   G().films.UpdateNameKey(&G().film);
   Sound(kSoundAdded);
   Fillquickselect();
@@ -317,7 +319,7 @@ void Newline() {
       continue;
     }
     Clearloanfields(r);
-    if (!Insertnumber(r)) break;
+    if (!WriteTogether(G().films, [&] { return Insertnumber(r); })) break;
     Fillquickselect();
     if (button == ItemButton::Ok) {
       Sound(kSoundAdded);
@@ -358,7 +360,7 @@ void Amendinventory() {
     return;
   }
   G().film = form.record;
-  if (!Rewritefilm()) return;
+  if (!WriteTogether(G().films, Rewritefilm)) return;
   G().films.UpdateNameKey(&G().film);
   Sound(kSoundAdded);
   Fillquickselect();
@@ -374,12 +376,15 @@ void Deleteinventory() {
   std::snprintf(title, sizeof title, "%lld Item: %s", static_cast<long long>(number),
                 description.c_str());
   if (Message("Are you sure?", Cp1252ToUtf8(title), Buttons::OkCancel) != Answer::Ok) return;
-  if (!Removenumber()) return;
-  Fillquickselect();
   Timestamp();
   const std::string entry = "\r\nItem " + NumberText(number) + ", " + description +
                             " deleted.  Date: " + LogStamp() + "\r\n";
-  if (!AppendToLog(entry)) Message("Data file: film.dat, not present.", "Fatal error");
+  // The deletion and its line in the log are written together.
+  if (!WriteTogether(G().films, Removenumber, [&](WriteBatch& batch) {
+        batch.Append(kActivityLog, entry, "Data file: film.dat, not present.", "Fatal error");
+      }))
+    return;
+  Fillquickselect();
 }
 
 void Newbundle() {
@@ -412,7 +417,7 @@ void Newbundle() {
     Clearloanfields(r);
     r.is_bundle = 2;
     G().film = r;
-    if (!Insertnumber(r)) return;
+    if (!WriteTogether(G().films, [&] { return Insertnumber(r); })) return;
     Sound(kSoundAdded);
     Fillquickselect();
     return;

@@ -12,9 +12,11 @@
 #include "core/history.h"
 #include "core/inventory.h"
 #include "core/number_index.h"
+#include "core/record_batch.h"
 #include "core/settings.h"
 #include "core/state.h"
 #include "core/text.h"
+#include "core/write_batch.h"
 #include "documents/print_job.h"
 #include "inventory/item_find.h"
 #include "inventory/items.h"
@@ -34,6 +36,7 @@ ReceiveButton Receiveone() {
   const ReceiveButton button = inventory_view().receive_item(form);
   if (button == ReceiveButton::Cancel) return button;
   FilmRecord& r = G().film;
+  const FilmRecord before = r;
   // Stock is 32-bit: a quantity that would carry it past its limit is refused
   // like one below 1.
   const int64_t received = LeadingNumber(form.quantity);
@@ -48,8 +51,18 @@ ReceiveButton Receiveone() {
   if (r.on_order > 0) {
     r.on_order -= int32_t(std::min<int64_t>(received, r.on_order));
   }
-  if (!Rewritefilm()) return ReceiveButton::Cancel;
-  if (!Appendstockin(r.number, received)) Message("Unable to open incoming log.", kProblem);
+  // The stock and the day's incoming log are written together.
+  Makelogdirs();
+  const LocalTime now = G().now;
+  const StockInRecord in{r.number, received};
+  if (!WriteTogether(G().films, Rewritefilm, [&](WriteBatch& batch) {
+        batch.Append(StockInPath(now.year, now.month, now.day),
+                     std::string_view(reinterpret_cast<const char*>(&in), sizeof in),
+                     "Unable to open incoming log.", kProblem);
+      })) {
+    r = before;
+    return ReceiveButton::Cancel;
+  }
   Message(std::to_string(r.quantity), "Updated quantity");
   return button;
 }

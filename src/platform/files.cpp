@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/files.h"
 
+#include "platform/file_faults.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -8,6 +10,37 @@
 #include <cerrno>
 
 namespace tilo {
+
+FileFaults file_faults;
+
+void WatchFileOps() {
+  file_faults = FileFaults{};
+  file_faults.watching = true;
+}
+
+void ArmFileFault(FileOp op, int64_t nth, int error) {
+  WatchFileOps();
+  file_faults.fail_at[int(op)] = nth;
+  file_faults.error = error;
+}
+
+void StopFileFaults() {
+  file_faults = FileFaults{};
+}
+
+bool FileFaultHits(FileOp op) {
+  FileFaults& f = file_faults;
+  const int64_t n = ++f.count[int(op)];
+  if (n != f.fail_at[int(op)]) return false;
+  if (f.error == kFaultKill) ::_exit(137);
+  errno = f.error;
+  return true;
+}
+
+bool RenameFile(const std::string& from, const std::string& to) {
+  if (FileFault(FileOp::Rename)) return false;
+  return ::rename(from.c_str(), to.c_str()) == 0;
+}
 
 File& File::operator=(File&& other) noexcept {
   if (this != &other) {
@@ -38,6 +71,7 @@ bool File::open(const std::string& path, Mode mode) {
       flags |= O_WRONLY | O_CREAT | O_APPEND;
       break;
   }
+  if (FileFault(FileOp::Open)) return false;
   fd_ = ::open(path.c_str(), flags, 0600);
   if (fd_ >= 0) {
     struct stat st {};
@@ -66,7 +100,7 @@ int64_t File::read(void* buffer, int64_t count) {
 }
 
 bool File::write(const void* buffer, int64_t count) {
-  if (fd_ < 0) return false;
+  if (fd_ < 0 || FileFault(FileOp::Write)) return false;
   const auto* p = static_cast<const char*>(buffer);
   int64_t done = 0;
   while (done < count) {
@@ -89,11 +123,11 @@ int64_t File::size() const {
 }
 
 bool File::truncate(int64_t length) {
-  return fd_ >= 0 && ::ftruncate(fd_, length) == 0;
+  return fd_ >= 0 && !FileFault(FileOp::Write) && ::ftruncate(fd_, length) == 0;
 }
 
 bool File::sync() {
-  return fd_ >= 0 && ::fdatasync(fd_) == 0;
+  return fd_ >= 0 && !FileFault(FileOp::Sync) && ::fdatasync(fd_) == 0;
 }
 
 std::optional<int64_t> FileSize(const std::string& path) {
@@ -146,7 +180,7 @@ bool ReplaceFile(const std::string& path, const void* data, int64_t size) {
       return false;
     }
   }
-  if (::rename(temp.c_str(), path.c_str()) != 0) {
+  if (!RenameFile(temp, path)) {
     ::unlink(temp.c_str());
     return false;
   }
@@ -157,13 +191,15 @@ bool ReplaceFile(const std::string& path, const void* data, int64_t size) {
 bool ReplacePrivateFile(const std::string& path, std::string_view bytes) {
   if (IsDirectory(path)) return false;
   std::string temp = path + ".new";
+  if (FileFault(FileOp::Open)) return false;
   int fd = ::open(temp.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
   if (fd < 0) return false;
   // A temporary left by an earlier run may have wider rights than it is created with.
-  bool ok = ::fchmod(fd, 0600) == 0 &&
-            ::write(fd, bytes.data(), bytes.size()) == ssize_t(bytes.size()) && ::fsync(fd) == 0;
+  bool ok = ::fchmod(fd, 0600) == 0 && !FileFault(FileOp::Write) &&
+            ::write(fd, bytes.data(), bytes.size()) == ssize_t(bytes.size()) &&
+            !FileFault(FileOp::Sync) && ::fsync(fd) == 0;
   ok = ::close(fd) == 0 && ok;
-  if (!ok || ::rename(temp.c_str(), path.c_str()) != 0) {
+  if (!ok || !RenameFile(temp, path)) {
     ::unlink(temp.c_str());
     return false;
   }

@@ -2,6 +2,7 @@
 #include "sale/commit.h"
 
 #include <cstring>
+#include <map>
 #include <string>
 
 #include "core/activity_log.h"
@@ -11,9 +12,11 @@
 #include "core/settings.h"
 #include "core/state.h"
 #include "core/text.h"
+#include "core/write_batch.h"
 #include "platform/files.h"
 #include "platform/platform.h"
 #include "sale/pricing.h"
+#include "sale/sale_events.h"
 
 namespace tilo {
 namespace {
@@ -42,64 +45,9 @@ void CrossedMidnight() {
           "IMPORTANT - DO NOT run the program over the midnight boundary");
 }
 
-// A new file's name reaches the disk only with its folder, and a new folder's
-// with the folders above it.
-void SyncNewFile(int year, int month, int day) {
-  SyncFolder(DayFolder(year, month, day));
-  SyncFolder(MonthFolder(year, month));
-  SyncFolder(YearFolder(year));
-  SyncFolder(".");
-}
-
-// Opens a day's log for appending, creating it, and tells whether it is new.
-bool OpenLog(File& f, const std::string& path, bool* created) {
-  *created = !FileExists(path);
-  return f.open(path, File::Mode::Append);
-}
-
-// Step 5: the year's transaction index.
-void AppendIndex(const Basket& b, int year, int month, int day) {
-  const std::string path = YearBasePath(year);
-  File f(path, File::Mode::Write);
-  bool made = false;
-  if (!f) {
-    CrossedMidnight();
-    made = !FileExists(path);
-    f.open(path, File::Mode::ReadWrite);
-  }
-  if (!f) {
-    Message("Unable to open invoice log.", kProblem);
-    return;
-  }
-  // A year file made here rather than by the folder routine still opens with its
-  // header, so readers find the records where they look for them.
-  if (f.size() == 0) {
-    const BaseFileHeader header{0};
-    f.write(&header, sizeof header);
-  }
-  const BaseRecord record{int32_t(b.transaction_number), day, month};
-  f.seek(f.size());
-  f.write(&record, sizeof record);
-  f.sync();
-  if (made) SyncNewFile(year, month, day);
-}
-
-// Step 6: the day's sales log.
-void AppendSale(const SalesLogRecord& sale, int year, int month, int day) {
-  const std::string path = SalesLogPath(year, month, day);
-  File f;
-  bool created = false;
-  if (!OpenLog(f, path, &created) && !IsDirectory(DayFolder(year, month, day))) {
-    CrossedMidnight();
-    OpenLog(f, path, &created);
-  }
-  if (!f) {
-    Message("Unable to open sales log.", kProblem);
-    return;
-  }
-  f.write(&sale, sizeof sale);
-  f.sync();
-  if (created) SyncNewFile(year, month, day);
+template <class T>
+std::string_view BytesOf(const T& value) {
+  return {reinterpret_cast<const char*>(&value), sizeof value};
 }
 
 void CountCategory(SettingsRecord& s, int32_t c, float line_total) {
@@ -133,7 +81,7 @@ std::string Basketlogentry(const Basket& b, const char* kind) {
 namespace {
 
 // Step 10: the entry of the activity log.
-void LogSale(const Basket& b) {
+std::string SaleLogEntry(const Basket& b) {
   std::string entry = Basketlogentry(b, "Sale");
   const std::string payment = FieldText(b.payment_type);
   entry += "Payment type: " + payment + "\r\n";
@@ -143,12 +91,11 @@ void LogSale(const Basket& b) {
   if (b.customer_number != 0)
     entry += "Customer: " + Decimal(b.customer_number) + " " + FieldText(b.customer_name) + "\r\n";
   if (b.total_discount != 0.0f) entry += "Discount: " + MoneyText(b.total_discount) + "\r\n";
-  if (!AppendToLog(entry)) Message("Data file: bun4.dat, not present.", kProblem);
+  return entry;
 }
 
 // Steps 11 and 12: the day's running totals and counters.
-void AddToTotals(const Basket& b) {
-  SettingsRecord& s = G().settings;
+void AddToTotals(const Basket& b, SettingsRecord& s) {
   const std::string payment = FieldText(b.payment_type);
   const bool credit = payment == "Credit";
   if (!credit) s.till_takings += double(b.total);
@@ -177,6 +124,19 @@ void AddToTotals(const Basket& b) {
 }
 
 }  // namespace
+
+void BatchTransaction(WriteBatch& batch, const SalesLogRecord& r, int year, int month, int day) {
+  const std::string base = YearBasePath(year);
+  std::string index;
+  if (FileSize(base).value_or(0) == 0) index += BytesOf(BaseFileHeader{0});
+  index += BytesOf(BaseRecord{int32_t(r.transaction_number), day, month});
+  batch.Append(base, index, "Unable to open invoice log.", kProblem);
+  batch.Append(SalesLogPath(year, month, day), BytesOf(r), "Unable to open sales log.", kProblem);
+}
+
+void BatchSettings(WriteBatch& batch, const SettingsRecord& next) {
+  batch.Replace(kSettingsFile, BytesOf(next), "Data file: wr.cfg, not present.", kFatal);
+}
 
 SalesLogRecord SalesLogRecordOf(const Basket& b) {
   SalesLogRecord r{};
@@ -222,73 +182,86 @@ SalesLogRecord SalesLogRecordOf(const Basket& b) {
   return r;
 }
 
-void Finishsale() {
+bool Finishsale(const std::function<void(WriteBatch&)>& more) {
   State& g = G();
   Basket& b = g.basket;
   SettingsRecord& s = g.settings;
 
   // 1, 2. Number the transaction and empty the list on the screen.
-  if (b.line_count <= 0) return;
+  if (b.line_count <= 0) return false;
   if (g.basket_list.rows.empty()) {
     std::memset(&b, 0, sizeof b);
     Message("No items", kProblem);
-    return;
+    return false;
   }
   b.transaction_number = s.transaction_number;
   b.day_sequence = s.today_transactions + 1;
+  const BasketList listed = g.basket_list;
   ClearBasketList();
+  // A sale that could not be written stays in the basket to be paid again.
+  auto keep_basket = [&] {
+    g.basket_list = listed;
+    sale_events().basket_list_changed();
+    return false;
+  };
 
   // 3, 4. The header, and the date that decides the folder.
   const SalesLogRecord sale = SalesLogRecordOf(b);
   Datestamp();
   const int year = g.now.year, month = g.now.month, day = g.now.day;
+  bool crossed = false;
+  auto cross_midnight = [&] {
+    if (!crossed) CrossedMidnight();
+    crossed = true;
+  };
 
-  // 5, 6. The transaction index and the sales log.
-  AppendIndex(b, year, month, day);
-  AppendSale(sale, year, month, day);
+  // Everything is worked out first and written in one batch: a sale is in every
+  // file it touches or in none.
+  WriteBatch batch;
+  // 5, 6. The transaction index and the sales log. A year file made here rather
+  // than by the folder routine still opens with its header, so readers find the
+  // records where they look for them.
+  if (!FileExists(YearBasePath(year))) cross_midnight();
+  if (!IsDirectory(DayFolder(year, month, day))) cross_midnight();
+  BatchTransaction(batch, sale, year, month, day);
 
   // 7, 8. The items log, line by line with the stock of each line. film.dat is
-  // opened once for the whole basket, at the first inventory line.
-  File items;
-  bool items_created = false;
-  if (!OpenLog(items, ItemsLogPath(year, month, day), &items_created))
-    Message("Unable to open items log.", kProblem);
+  // opened once for the whole basket, at the first inventory line; an item sold
+  // on two lines is counted down twice in one record.
+  SettingsRecord next = s;
+  std::map<int64_t, FilmRecord> stock;  // by record position
+  std::string lines;
   File film;
-  auto finish_files = [&] {
-    if (film) film.sync();
-    if (items) items.sync();
-    if (items && items_created) SyncNewFile(year, month, day);
-  };
   for (int i = 0; i < b.line_count; ++i) {
     int64_t category = kNonInventoryCategory;
     if (b.number[i] != 0) {
       const size_t slot = Findnumber(g.films.index, b.number[i]);
       if (slot >= g.films.index.size() || g.films.index[slot].number != b.number[i]) {
-        // Deleted while it was in the basket: the commit stops here.
-        finish_files();
-        items.close();
+        // Deleted while it was in the basket: nothing is written.
         Message("Invalid entry", kProblem);
-        return;
+        return keep_basket();
       }
-      const int64_t offset = g.films.index[slot].position * int64_t(sizeof(FilmRecord));
-      if (!film) film.open(kFilmFile, File::Mode::Write);
-      if (!film || !film.seek(offset) ||
-          film.read(&g.film, sizeof(FilmRecord)) != int64_t(sizeof(FilmRecord))) {
-        finish_files();
-        items.close();
-        Message("Data file: film.dat, not present.", kFatal);
-        return;
+      const int64_t position = g.films.index[slot].position;
+      auto held = stock.find(position);
+      if (held == stock.end()) {
+        if (!film) film.open(kFilmFile, File::Mode::Read);
+        FilmRecord read{};
+        if (!film || !film.seek(position * int64_t(sizeof(FilmRecord))) ||
+            film.read(&read, sizeof read) != int64_t(sizeof read)) {
+          Message("Data file: film.dat, not present.", kFatal);
+          return keep_basket();
+        }
+        held = stock.emplace(position, read).first;
       }
-      FilmRecord& item = g.film;
+      FilmRecord& item = held->second;
       ++item.total_sold;
       Timestamp();
       SetField(item.last_used, g.stamp_text);
-      CountCategory(s, item.display_category, b.line_total[i]);
+      CountCategory(next, item.display_category, b.line_total[i]);
       // Stock never goes below 0 through a sale, even when the line was allowed
       // on insufficient stock.
       if (item.quantity > 0) --item.quantity;
-      if (!film.seek(offset) || !film.write(&item, sizeof item)) Message("Film.dat", kProblem);
-      if (g.films.on_record) g.films.on_record(g.films.index[slot].position, &item);
+      g.film = item;
       category = item.display_category;
     }
     ItemsLogRecord line{};
@@ -305,24 +278,29 @@ void Finishsale() {
     line.discount = b.discount[i];
     line.line_total = b.line_total[i];
     line.clerk = b.clerk;
-    if (items) items.write(&line, sizeof line);
+    lines += BytesOf(line);
   }
-  // 9.
-  finish_files();
-  items.close();
   film.close();
+  batch.Append(ItemsLogPath(year, month, day), lines, "Unable to open items log.", kProblem);
+  for (const auto& [position, item] : stock)
+    batch.Put(kFilmFile, position * int64_t(sizeof item), &item, sizeof item, "Film.dat", kProblem);
 
   // 10 to 12.
-  LogSale(b);
-  AddToTotals(b);
+  batch.Append(kActivityLog, SaleLogEntry(b), "Data file: bun4.dat, not present.", kProblem);
+  AddToTotals(b, next);
+  if (more) more(batch);
 
-  // 13. The totals stay right in memory when the file can't be written, and are
-  // saved at the next chance.
-  if (!Savesettings()) Message("Data file: wr.cfg, not present.", kFatal);
+  // 13.
+  BatchSettings(batch, next);
+  if (!batch.Commit()) return keep_basket();
+  s = next;
+  if (g.films.on_record)
+    for (const auto& [position, item] : stock) g.films.on_record(position, &item);
 
   // 14.
   std::memset(&b, 0, sizeof b);
   Refreshtotals();
+  return true;
 }
 
 }  // namespace tilo

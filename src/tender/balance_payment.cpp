@@ -8,15 +8,18 @@
 #include "core/clock.h"
 #include "core/customer_file.h"
 #include "core/history.h"
+#include "core/record_batch.h"
 #include "core/settings.h"
 #include "core/state.h"
 #include "core/text.h"
+#include "core/write_batch.h"
 #include "customers/customer_find.h"
 #include "documents/invoice.h"
 #include "documents/statement.h"
 #include "platform/files.h"
 #include "platform/platform.h"
 #include "sale/basket.h"
+#include "sale/commit.h"
 #include "sale/pricing.h"
 #include "sale/sale_events.h"
 #include "tender/account.h"
@@ -75,24 +78,7 @@ const char* Methodname(int method) {
   return kNames[method];
 }
 
-// The payment's own record: the day's entry in the transaction index and the
-// sales log, no item lines.
-void Logpayment(const SalesLogRecord& r) {
-  State& g = G();
-  Makelogdirs();
-  const int year = g.now.year, month = g.now.month, day = g.now.day;
-  const bool created = !FileExists(SalesLogPath(year, month, day));
-  const BaseRecord entry{int32_t(r.transaction_number), day, month};
-  if (!AppendBaseRecord(year, entry)) Message("Unable to open invoice log.", kProblem);
-  if (!AppendSalesLog(year, month, day, r)) Message("Unable to open sales log.", kProblem);
-  // A new log's name reaches the disk only with its folder.
-  if (created)
-    for (const std::string& folder : {DayFolder(year, month, day), MonthFolder(year, month),
-                                      YearFolder(year), std::string(".")})
-      SyncFolder(folder);
-}
-
-void Logactivity(const SalesLogRecord& r, const MemberRecord& m, int method) {
+void Logactivity(WriteBatch& batch, const SalesLogRecord& r, const MemberRecord& m, int method) {
   const SettingsRecord& s = G().settings;
   Timestamp();
   const char* t = G().stamp_text;
@@ -103,11 +89,10 @@ void Logactivity(const SalesLogRecord& r, const MemberRecord& m, int method) {
   entry += "Clerk: " + std::to_string(r.clerk) + ", " + ClerkName(s, s.clerk_number) + "\r\n";
   entry += std::string("Payment type: ") + Methodname(method) + "\r\n";
   entry += "Customer: " + Decimal(m.number) + " " + FieldText(m.name) + "\r\n";
-  if (!AppendToLog(entry)) Message("Data file: bun4.dat, not present.", kFatal);
+  batch.Append(kActivityLog, entry, "Data file: bun4.dat, not present.", kFatal);
 }
 
-void Addtotakings(float amount, int method) {
-  SettingsRecord& s = G().settings;
+void Addtotakings(SettingsRecord& s, float amount, int method) {
   s.till_takings += double(amount);
   switch (method) {
     case kPayCash:
@@ -140,12 +125,14 @@ void Takepayment(int64_t customer, float amount, int method) {
     return;
   const float after = Roundmoney(double(before) - double(amount));
 
-  ++s.today_transactions;
+  // The payment, the account and the totals are written together or not at all.
+  SettingsRecord next = s;
+  ++next.today_transactions;
   SalesLogRecord r{};
-  r.transaction_number = s.transaction_number;
-  r.day_sequence = s.today_transactions;
+  r.transaction_number = next.transaction_number;
+  r.day_sequence = next.today_transactions;
   r.customer_number = m.number;
-  r.clerk = int32_t(s.clerk_number);
+  r.clerk = int32_t(next.clerk_number);
   r.total = amount;
   if (method == kPayCash) r.tender_cash = amount;
   if (method == kPayCh) r.tender_ch = amount;
@@ -167,22 +154,28 @@ void Takepayment(int64_t customer, float amount, int method) {
                                 : method == kPayCh ? "ch"
                                                    : "eft") +
                                ")");
-  Logpayment(r);
+  WriteBatch batch;
+  Makelogdirs();
+  BatchTransaction(batch, r, g.now.year, g.now.month, g.now.day);
 
-  // The account moves once the payment is on file.
   m.balance = after;
-  m.last_transaction = s.transaction_number;
+  m.last_transaction = next.transaction_number;
   Timestamp();
   SetField(m.last_payment, g.stamp_text);
-  g.member = m;
-  Rewritemember();
+  const int64_t position = PositionOf(g.members, m.number);
+  batch.Put(kMemberFile, position * kMemberRecordSize, &m, kMemberRecordSize,
+            "Not able to write member.dat", kProblem);
 
-  Logactivity(r, m, method);
-  Addtotakings(amount, method);
-  ++s.transaction_number;
-  // The number and the totals reach the disk now, as after a sale, so a crash
-  // can't give this payment's number to the next sale.
-  if (!Savesettings()) Message("Data file: wr.cfg, not present.", kFatal);
+  Logactivity(batch, r, m, method);
+  Addtotakings(next, amount, method);
+  ++next.transaction_number;
+  // The number and the totals reach the disk with the payment, as after a sale,
+  // so a crash can't give this payment's number to the next sale.
+  BatchSettings(batch, next);
+  if (!batch.Commit()) return;
+  s = next;
+  g.member = m;
+  if (g.members.on_record) g.members.on_record(position, &m);
   sale_events().totals_changed();
   Message("Updated", "Customer");
 }

@@ -6,6 +6,7 @@
 #include "core/clock.h"
 #include "core/customer_file.h"
 #include "core/history.h"
+#include "core/record_batch.h"
 #include "core/settings.h"
 #include "core/state.h"
 #include "core/text.h"
@@ -43,48 +44,22 @@ float Customertotal(const Basket& b, const MemberRecord& m) {
   return Roundmoney(double(b.total) - double(b.total_tax1) - double(b.total_tax2));
 }
 
-// Where the day's sales log stands: the commit writes the sale's record here.
-struct LogMark {
-  std::string path;
-  int64_t size = 0;
-};
-LogMark Salesmark() {
-  Datestamp();
-  const LocalTime& now = G().now;
-  LogMark mark{SalesLogPath(now.year, now.month, now.day), 0};
-  mark.size = FileSize(mark.path).value_or(0);
-  return mark;
-}
-
-// True when the commit put a record for this sale into the sales log since
-// `before`: the account moves only with a sale on file, so a sale given up in
-// the summary box, or stopped before its record, leaves the balance alone.
-bool SaleOnFile(const LogMark& before, int64_t number, int64_t customer) {
-  const LogMark after = Salesmark();
-  const int64_t start = after.path == before.path ? before.size : 0;
-  const int64_t record = int64_t(sizeof(SalesLogRecord));
-  if (after.size < start + record) return false;
-  File f(after.path, File::Mode::Read);
-  SalesLogRecord last{};
-  if (!f || !f.seek(after.size - record) || f.read(&last, record) != record) return false;
-  return last.transaction_number == number && last.customer_number == customer;
-}
-
-// The customer's side of the sale, from the record as it stands on disk now.
-void Chargecustomer(int64_t customer, int tender, float total, int64_t number) {
+// The customer's side of the sale, from the record as it stands on disk now;
+// false when the customer is no longer on file.
+bool Chargedcustomer(int64_t customer, int tender, float total, int64_t number, MemberRecord* m) {
   State& g = G();
-  if (Fetchmember(customer) != customer) {
-    Message("Invalid number.", "Problem");
-    return;
-  }
-  MemberRecord& m = g.member;
-  ++m.transactions;
+  const MemberRecord shown = g.member;
+  const bool found = Fetchmember(customer) == customer;
+  *m = g.member;
+  g.member = shown;
+  if (!found) return false;
+  ++m->transactions;
   Timestamp();
-  SetField(m.last_used, g.stamp_text);
-  m.total_purchases = Roundmoney(double(m.total_purchases) + double(total));
-  m.last_transaction = int32_t(number);
-  if (tender == kTenderCredit) m.balance = Roundmoney(double(m.balance) + double(total));
-  Rewritemember();
+  SetField(m->last_used, g.stamp_text);
+  m->total_purchases = Roundmoney(double(m->total_purchases) + double(total));
+  m->last_transaction = int32_t(number);
+  if (tender == kTenderCredit) m->balance = Roundmoney(double(m->balance) + double(total));
+  return true;
 }
 
 const char* Paymenttype(int tender) {
@@ -220,9 +195,24 @@ void Creditsale() {
   const float sold = b.total;
   const int64_t number = b.transaction_number;
   Closetender();
-  const LogMark mark = Salesmark();
-  Finishsale();
-  if (SaleOnFile(mark, number, customer)) Chargecustomer(customer, tender, sold, number);
+  // The account moves with the sale, in the same write: a sale given up or
+  // refused by the disk leaves the balance alone.
+  // A customer who can't be read is not sold to: the sale stays in the basket.
+  MemberRecord charged{};
+  if (!Chargedcustomer(customer, tender, sold, number, &charged)) {
+    Message("Invalid number.", "Problem");
+    tender_view().focus_item_box();
+    return;
+  }
+  const int64_t position = PositionOf(g.members, customer);
+  const bool sold_it = Finishsale([&](WriteBatch& batch) {
+    batch.Put(kMemberFile, position * kMemberRecordSize, &charged, kMemberRecordSize,
+              "Not able to write member.dat", "Problem");
+  });
+  if (sold_it) {
+    g.member = charged;
+    if (g.members.on_record) g.members.on_record(position, &charged);
+  }
   if (g.settings.sound_off == 0) platform().play_sound(8004);
   tender_view().focus_item_box();
 }

@@ -3,6 +3,7 @@
 
 #include <cstdio>
 #include <cstring>
+#include <map>
 #include <string>
 
 #include "core/activity_log.h"
@@ -11,9 +12,11 @@
 #include "core/film_record.h"
 #include "core/history.h"
 #include "core/number_index.h"
+#include "core/record_batch.h"
 #include "core/settings.h"
 #include "core/state.h"
 #include "core/text.h"
+#include "core/write_batch.h"
 #include "customers/customer_find.h"
 #include "devices/drawer.h"
 #include "platform/files.h"
@@ -40,29 +43,22 @@ std::string Decimal(int64_t n) {
   return std::to_string(static_cast<long long>(n));
 }
 
-// A new log's name reaches the disk only with its folder, and a new folder's with
-// the folders above it.
-void SyncNewLog(int year, int month, int day) {
-  for (const std::string& folder :
-       {DayFolder(year, month, day), MonthFolder(year, month), YearFolder(year), std::string(".")})
-    SyncFolder(folder);
-}
-
 std::string CustomerText(const Basket& b) {
   return Cp1252ToUtf8(Decimal(b.customer_number) + " " + FieldText(b.customer_name));
 }
 
 // The credit refund's customer: asked for, confirmed, and credited with the
-// basket total before anything else is written. False when the operator gives up.
-bool CreditCustomer() {
+// basket total in G().member, written with the refund. False when the operator
+// gives up.
+bool CreditCustomer(MemberRecord* before) {
   if (PromptCustomer("Customer") == 0) return false;
   MemberRecord& m = G().member;
+  *before = m;
   const std::string title = Cp1252ToUtf8(Decimal(m.number) + " Name: " + FieldText(m.name));
   if (Message("Credit this customer?", title, Buttons::OkCancel) != Answer::Ok) return false;
   m.balance -= G().basket.total;
   Timestamp();
   SetField(m.last_used, G().stamp_text);
-  Rewritemember();
   Basket& b = G().basket;
   b.customer_number = m.number;
   SetField(b.customer_name, FieldText(m.name));
@@ -122,24 +118,29 @@ void AddToTotals(const Basket& b, int method) {
 }
 
 // A line coming back: the category figures fall, and the stock rises unless the
-// goods are faulty. The sold count stays: the sale did happen. Returns the
-// category for the items log, or -1 when the refund must stop.
-int64_t ReturnLine(File& film, int i, bool faulty) {
+// goods are faulty. The sold count stays: the sale did happen. `stock` holds the
+// records changed so far, by position. Returns the category for the items log,
+// or -1 when the refund must stop.
+int64_t ReturnLine(File& film, std::map<int64_t, FilmRecord>& stock, int i, bool faulty) {
   State& g = G();
   const Basket& b = g.basket;
-  const size_t slot = Findnumber(g.films.index, b.number[i]);
-  if (slot >= g.films.index.size() || g.films.index[slot].number != b.number[i]) {
+  const int64_t position = PositionOf(g.films, b.number[i]);
+  if (position < 0) {
     Message("Invalid entry", kProblem);
     return -1;
   }
-  const int64_t offset = g.films.index[slot].position * int64_t(sizeof(FilmRecord));
-  if (!film) film.open(kFilmFile, File::Mode::Write);
-  if (!film || !film.seek(offset) ||
-      film.read(&g.film, sizeof(FilmRecord)) != int64_t(sizeof(FilmRecord))) {
-    Message("Data file: film.dat, not present.", kFatal);
-    return -1;
+  auto held = stock.find(position);
+  if (held == stock.end()) {
+    if (!film) film.open(kFilmFile, File::Mode::Read);
+    FilmRecord read{};
+    if (!film || !film.seek(position * int64_t(sizeof read)) ||
+        film.read(&read, sizeof read) != int64_t(sizeof read)) {
+      Message("Data file: film.dat, not present.", kFatal);
+      return -1;
+    }
+    held = stock.emplace(position, read).first;
   }
-  FilmRecord& item = g.film;
+  FilmRecord& item = held->second;
   SettingsRecord& s = g.settings;
   const int32_t c = item.display_category;
   // The second block of counters is kept from 0, as the sale counts it.
@@ -155,9 +156,8 @@ int64_t ReturnLine(File& film, int i, bool faulty) {
     ++item.quantity;
     Timestamp();
     SetField(item.last_used, g.stamp_text);
-    if (!film.seek(offset) || !film.write(&item, sizeof item)) Message("Film.dat", kProblem);
-    if (g.films.on_record) g.films.on_record(g.films.index[slot].position, &item);
   }
+  g.film = item;
   return c;
 }
 
@@ -179,53 +179,66 @@ ItemsLogRecord LogLine(const Basket& b, int i, int64_t category) {
   return line;
 }
 
-// The lines: stock back and the items log. False when an item is gone or
-// film.dat can't be read; the lines before it are logged.
-bool ReturnLines(bool faulty, int year, int month, int day) {
+// The lines: stock back and the items log, into the batch. False when an item
+// is gone or film.dat can't be read.
+bool ReturnLines(WriteBatch& batch, std::map<int64_t, FilmRecord>& stock, bool faulty, int year,
+                 int month, int day) {
   const Basket& b = G().basket;
-  std::vector<ItemsLogRecord> lines;
+  std::string lines;
   File film;
-  bool whole = true;
-  for (int i = 0; i < b.line_count && whole; ++i) {
+  for (int i = 0; i < b.line_count; ++i) {
     int64_t category = kNonInventoryCategory;
-    if (b.number[i] != 0) category = ReturnLine(film, i, faulty);
-    if (category < 0)
-      whole = false;
-    else
-      lines.push_back(LogLine(b, i, category));
+    if (b.number[i] != 0) category = ReturnLine(film, stock, i, faulty);
+    if (category < 0) return false;
+    const ItemsLogRecord line = LogLine(b, i, category);
+    lines.append(reinterpret_cast<const char*>(&line), sizeof line);
   }
-  if (film) film.sync();
-  const bool created = !FileExists(ItemsLogPath(year, month, day));
-  if (!lines.empty() && !AppendItemsLog(year, month, day, lines))
-    Message("Unable to open items log.", kProblem);
-  if (created) SyncNewLog(year, month, day);
-  return whole;
+  batch.Append(ItemsLogPath(year, month, day), lines, "Unable to open items log.", kProblem);
+  if (!faulty)
+    for (const auto& [position, item] : stock)
+      batch.Put(kFilmFile, position * int64_t(sizeof item), &item, sizeof item, "Film.dat",
+                kProblem);
+  return true;
 }
 
-void LogRefund(const Basket& b, int method) {
+void LogRefund(WriteBatch& batch, const Basket& b, int method) {
   std::string entry = Basketlogentry(b, "Refund");
   static const char* const kForms[] = {"Form: Cash", "Form: CH", "Form: EFT", "Form: Credit"};
   entry += kForms[method];
   entry +=
       "\r\nCustomer: " + Decimal(b.customer_number) + " " + FieldText(b.customer_name) + "\r\n";
-  if (!AppendToLog(entry)) Message("Data file: bun4.dat, not present.", kProblem);
+  batch.Append(kActivityLog, entry, "Data file: bun4.dat, not present.", kProblem);
 }
 
-// Writes the refund from the numbered, negated basket. False when it stopped
-// at a line, the basket still showing.
+// Writes the refund from the numbered, negated basket, with the credited
+// customer and the settings, all or nothing. False when nothing was written.
 bool WriteRefund(const RefundChoice& choice) {
   State& g = G();
   Basket& b = g.basket;
   Makelogdirs();
   const int year = g.now.year, month = g.now.month, day = g.now.day;
-  const BaseRecord entry{int32_t(b.transaction_number), day, month};
-  if (!AppendBaseRecord(year, entry)) Message("Unable to open invoice log.", kProblem);
-  const bool created = !FileExists(SalesLogPath(year, month, day));
-  if (!AppendSalesLog(year, month, day, SalesLogRecordOf(b)))
-    Message("Unable to open sales log.", kProblem);
-  if (created) SyncNewLog(year, month, day);
-  if (!ReturnLines(choice.faulty, year, month, day)) return false;
-  LogRefund(b, choice.method);
+  WriteBatch batch;
+  BatchTransaction(batch, SalesLogRecordOf(b), year, month, day);
+  std::map<int64_t, FilmRecord> stock;
+  if (!ReturnLines(batch, stock, choice.faulty, year, month, day)) return false;
+  LogRefund(batch, b, choice.method);
+  if (choice.method == kCreditRefund) {
+    const int64_t position = PositionOf(g.members, g.member.number);
+    if (position < 0) {
+      Message("Invalid number.", kProblem);
+      return false;
+    }
+    batch.Put(kMemberFile, position * kMemberRecordSize, &g.member, kMemberRecordSize,
+              "Not able to write member.dat", kProblem);
+  }
+  // The number and the totals reach the disk with the refund, so a crash can't
+  // give this refund's number to the next sale.
+  BatchSettings(batch, g.settings);
+  if (!batch.Commit()) return false;
+  if (g.films.on_record && !choice.faulty)
+    for (const auto& [position, item] : stock) g.films.on_record(position, &item);
+  if (choice.method == kCreditRefund && g.members.on_record)
+    g.members.on_record(PositionOf(g.members, g.member.number), &g.member);
   return true;
 }
 
@@ -270,15 +283,18 @@ void Refundbasket() {
   }
   const std::optional<RefundChoice> choice = refund_view().refund_form();
   if (!choice) return;
-  if (choice->method == kCreditRefund && !CreditCustomer()) return;
+  MemberRecord kept_member = g.member;
+  if (choice->method == kCreditRefund && !CreditCustomer(&kept_member)) return;
 
   Stampbasket();
   b.clerk = int32_t(s.clerk_number);
   b.transaction_number = s.transaction_number;
   if (choice->method == kEftRefund && !CardRefundApproved()) return;
 
-  // The number is taken before anything is written: a failure further on leaves
-  // a gap rather than two transactions under one number.
+  // Everything is worked out on the state itself, and put back when the refund
+  // can't be written: the basket stays as it was, to be refunded again.
+  const Basket kept_basket = b;
+  const SettingsRecord kept_settings = s;
   ++s.today_transactions;
   ++s.transaction_number;
   b.day_sequence = s.today_transactions;
@@ -293,18 +309,17 @@ void Refundbasket() {
   g.amount_tendered = b.total;
   g.change_due = 0;
 
-  const bool whole = WriteRefund(*choice);
-  // The number and the totals reach the disk now, so a crash can't give this
-  // refund's number to the next sale.
-  if (!Savesettings()) Message("Data file: wr.cfg, not present.", kFatal);
-
-  // A refund stopped at a line is on file up to there: its basket is emptied
-  // all the same, so it can't be tendered as a negative sale afterwards.
-  if (whole && choice->print) Printdocument(kTillReceipt);
+  if (!WriteRefund(*choice)) {
+    b = kept_basket;
+    s = kept_settings;
+    g.member = kept_member;
+    return;
+  }
+  if (choice->print) Printdocument(kTillReceipt);
   ClearBasketList();
   std::memset(&b, 0, sizeof b);
   Refreshtotals();
-  if (whole && s.drawer_enabled > 0) Opendrawer();
+  if (s.drawer_enabled > 0) Opendrawer();
 }
 
 }  // namespace tilo

@@ -12,12 +12,15 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <optional>
 
 #include "core/activity_log.h"
 #include "core/settings.h"
 #include "core/startup.h"
 #include "core/state.h"
 #include "core/text.h"
+#include "core/write_batch.h"
+#include "platform/file_faults.h"
 #include "platform/files.h"
 #include "platform/platform.h"
 #include "sale/screen.h"
@@ -141,7 +144,79 @@ bool RestartNumbering(const std::string& settings_path) {
   return ReplaceFile(settings_path, *bytes);
 }
 
+// The moves of a swap under way, written whole beside the files it replaces
+// before the first rename: a swap cut short (the till killed, the power gone) is
+// finished from it, so that neither side is left with a file missing or a set
+// part old, part new. A restore's list also says the history is still to go.
+constexpr const char* kSwapList = ".tilo-swap";
+constexpr const char* kPurgePending = "purge";
+
+bool WriteSwapList(const std::string& folder,
+                   const std::vector<std::pair<std::string, std::string>>& moves, bool purge) {
+  std::string text;
+  for (const auto& [staged, target] : moves) text += staged + "\t" + target + "\n";
+  if (purge) text += std::string(kPurgePending) + "\n";
+  return ReplaceFile(folder + kSwapList, text);
+}
+
+// Puts in every staged file of a list still waiting, then drops the old files
+// and the list. nullopt when there is no list; else whether it asked for a purge.
+std::optional<bool> FinishSwap(const std::string& folder) {
+  const auto text = ReadWholeFile(folder + kSwapList);
+  if (!text) return std::nullopt;
+  bool purge = false;
+  std::vector<std::string> targets;
+  size_t at = 0;
+  for (size_t end; (end = text->find('\n', at)) != std::string::npos; at = end + 1) {
+    const std::string line = text->substr(at, end - at);
+    const size_t tab = line.find('\t');
+    if (tab == std::string::npos) {
+      purge = purge || line == kPurgePending;
+      continue;
+    }
+    const std::string staged = line.substr(0, tab), target = line.substr(tab + 1);
+    if (FileExists(staged)) {
+      if (FileExists(target) && !FileExists(target + kAside))
+        ::rename(target.c_str(), (target + kAside).c_str());
+      ::rename(staged.c_str(), target.c_str());
+    }
+    targets.push_back(target);
+  }
+  for (const auto& target : targets) RemoveFile(target + kAside);
+  SyncFolder(folder.empty() ? "." : folder);
+  return purge;
+}
+
+void DropSwapList(const std::string& folder) {
+  RemoveFile(folder + kSwapList);
+  SyncFolder(folder.empty() ? "." : folder);
+}
+
+// SwapIn under a list; the list goes once the swap is in or undone.
+bool ListedSwapIn(UpkeepFiles& files, const std::string& folder,
+                  const std::vector<std::pair<std::string, std::string>>& moves) {
+  if (!WriteSwapList(folder, moves, false)) return false;
+  const bool in = SwapIn(files, moves);
+  DropSwapList(folder);
+  return in;
+}
+
 }  // namespace
+
+bool FinishBackupSet(const std::string& folder) {
+  if (!FinishSwap(folder)) return false;
+  DropSwapList(folder);
+  return true;
+}
+
+bool FinishRestore() {
+  const auto purge = FinishSwap("");
+  if (!purge) return false;
+  if (*purge) PurgeHistoryTree(PurgeStartYear());
+  EmptyStaging();
+  DropSwapList("");
+  return true;
+}
 
 bool UpkeepFiles::copy_verified(const std::string& from, const std::string& to,
                                 const std::function<bool()>& tick) {
@@ -167,7 +242,7 @@ bool UpkeepFiles::copy_verified(const std::string& from, const std::string& to,
 }
 
 bool UpkeepFiles::rename(const std::string& from, const std::string& to) {
-  return ::rename(from.c_str(), to.c_str()) == 0;
+  return RenameFile(from, to);
 }
 
 bool SwapIn(UpkeepFiles& files, const std::vector<std::pair<std::string, std::string>>& moves) {
@@ -175,8 +250,11 @@ bool SwapIn(UpkeepFiles& files, const std::vector<std::pair<std::string, std::st
   auto undo = [&] {
     for (const auto& target : placed) RemoveFile(target);
     for (const auto& target : aside) ::rename((target + kAside).c_str(), target.c_str());
+    EndSwap();
     return false;
   };
+  // A kill from here on is finished by the next start.
+  if (!BeginSwap(moves, kAside)) return false;
   for (const auto& [staged, target] : moves) {
     if (!FileExists(target)) continue;
     if (!files.rename(target, target + kAside)) return undo();
@@ -187,6 +265,7 @@ bool SwapIn(UpkeepFiles& files, const std::vector<std::pair<std::string, std::st
     placed.push_back(target);
   }
   for (const auto& target : aside) RemoveFile(target + kAside);
+  EndSwap();
   return true;
 }
 
@@ -228,6 +307,7 @@ void Backup(UpkeepFiles& files) {
                 now.day, now.month, now.year);
   if (!AppendToLog(line)) Message("Data file: bun4.dat.", kProblem);
 
+  FinishBackupSet(folder);
   const std::string probe = folder + kActivityLog;
   const bool probe_was_there = FileExists(probe);
   if (!File(probe, File::Mode::ReadWrite)) {
@@ -252,7 +332,7 @@ void Backup(UpkeepFiles& files) {
     }
   }
   progress.reset();
-  if (!SwapIn(files, moves)) {
+  if (!ListedSwapIn(files, folder, moves)) {
     RemoveAll(moves);
     Message("Unable to open file", kProblem);
     return give_up();
@@ -273,6 +353,7 @@ void Restore(UpkeepFiles& files) {
   const size_t at = Upper(*chosen).rfind("WR.CFG");
   if (at == std::string::npos) return void(Message("File not present.", "Fatal error"));
   const std::string folder = chosen->substr(0, at);
+  FinishBackupSet(folder);
   if (!BackupSetIsThere(folder)) return;
 
   EmptyStaging();
@@ -300,7 +381,15 @@ void Restore(UpkeepFiles& files) {
     EmptyStaging();
     return;
   }
+  // The list stays until the history is gone too: a restore cut short after
+  // its first rename is finished by the next start.
+  if (!WriteSwapList("", moves, true)) {
+    EmptyStaging();
+    Message("Unable to open file", kProblem);
+    return;
+  }
   if (!SwapIn(files, moves)) {
+    DropSwapList("");
     EmptyStaging();
     Message("Unable to open file", kProblem);
     return;
@@ -316,6 +405,7 @@ void Restore(UpkeepFiles& files) {
       ::chmod(move.second.c_str(), info.st_mode | S_IWUSR);
   }
   PurgeHistoryTree(PurgeStartYear());
+  DropSwapList("");
   Message("TILO will now close down", "Restore complete");
   screen_view().quit();
 }

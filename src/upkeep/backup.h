@@ -40,6 +40,17 @@ bool SwapIn(UpkeepFiles& files, const std::vector<std::pair<std::string, std::st
 // home folder, backslashes as slashes.
 std::string BackupFolderPath(const std::string& text);
 
+// Finishes a backup cut short between its first and last rename in `folder`
+// (ending in "/"), so that the set there is the new one whole. Run by each
+// start on the stored backup folder and by backup and restore on theirs; false
+// when none was under way.
+bool FinishBackupSet(const std::string& folder);
+
+// Finishes a restore cut short between its first rename and its end (the till
+// stopped, the power gone): the staged files still waiting go in and the history
+// goes. Run at each start before any file is read; false when none was under way.
+bool FinishRestore();
+
 void Backup(UpkeepFiles& files);
 void Backup();
 void Restore(UpkeepFiles& files);

@@ -12,6 +12,7 @@
 
 #include "core/state.h"
 #include "core/text.h"
+#include "platform/file_faults.h"
 #include "platform/files.h"
 #include "platform/platform.h"
 #include "sale/screen.h"
@@ -129,7 +130,7 @@ bool PutInPlace(const std::string& aside, const std::string& target, bool keep_o
     RemoveFile(kReplacedFile);
     if (::link(target.c_str(), kReplacedFile) != 0) return false;
   }
-  if (std::rename(aside.c_str(), target.c_str()) != 0) return false;
+  if (!RenameFile(aside, target)) return false;
   SyncFolder(".");
   return true;
 }

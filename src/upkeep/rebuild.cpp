@@ -9,6 +9,7 @@
 #include "core/customer_file.h"
 #include "core/film_record.h"
 #include "core/state.h"
+#include "platform/file_faults.h"
 #include "platform/files.h"
 #include "sale/screen.h"
 
@@ -142,7 +143,7 @@ bool RebuildFile(IndexedFile& file, RebuildKind kind, Progress& progress) {
   in.close();
   const bool whole = pos == slots && written && out.sync();
   out.close();
-  if (!whole || std::rename(aside.c_str(), path.c_str()) != 0) {
+  if (!whole || !RenameFile(aside, path)) {
     RemoveFile(aside);
     Message("Data file: " + path + ", corrupt.", "Fatal error");
     file.Load();

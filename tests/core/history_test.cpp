@@ -52,21 +52,23 @@ TEST_F(HistoryTest, TodaysFoldersAreMadeOnceWithTheirMarkers) {
   EXPECT_TRUE(platform_.messages.empty());
 }
 
-TEST_F(HistoryTest, AFolderWithoutItsMarkerFailsAtItsCreation) {
-  platform_.set_now(2026, 11, 22);
+// A folder left without its marker by a start cut short is completed; a file
+// standing where a folder should be is refused.
+TEST_F(HistoryTest, AFolderWithoutItsMarkerIsCompletedAndAFileInTheWayRefused) {
+  platform_.set_now(2026, 11, 22, 7, 5);
   ASSERT_TRUE(MakeFolder("2026"));
+  ASSERT_TRUE(MakeFolder("2026/11"));
   Makelogdirs();
-  EXPECT_EQ(platform_.shown(),
-            std::vector<std::string>{"Fatal error: Unable to create year log directory"});
-  EXPECT_FALSE(std::filesystem::exists("2026/11"));
+  EXPECT_TRUE(platform_.messages.empty());
+  EXPECT_EQ(Bytes("2026/base.dat"), Header0());
+  EXPECT_EQ(Bytes("2026/11/base.dat"), "07:05");
+  EXPECT_EQ(Bytes("2026/11/22/base.dat"), "07:05");
 
-  platform_.clear_record();
-  std::filesystem::remove_all("2026");
-  Makelogdirs();
-  std::filesystem::remove("2026/11/22/base.dat");
+  std::filesystem::remove_all("2026/11");
+  WriteBytes("2026/11", "x");
   Makelogdirs();
   EXPECT_EQ(platform_.shown(),
-            std::vector<std::string>{"Fatal error: Unable to create day log directory"});
+            std::vector<std::string>{"Fatal error: Unable to create month log directory"});
 }
 
 void Log(int year, int month, int day, int32_t number) {

@@ -2,12 +2,16 @@
 #include "upkeep/backup.h"
 
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <cstddef>
 #include <cstring>
 #include <filesystem>
+#include <functional>
 #include <map>
 
+#include "core/history.h"
 #include "core/settings.h"
 #include "core/startup.h"
 #include "core/state.h"
@@ -133,6 +137,75 @@ TEST_F(BackupTest, AFailureOrCancelAtAnyStepLeavesTheWholeOldSet) {
   Closedown();
   EXPECT_EQ(Bytes("wr.cfg"), restored);
   EXPECT_FALSE(fs::exists("2026/11/23/thedaily.dat"));
+}
+
+// Stops the program dead at the n-th rename, as a kill or a power cut would.
+class DyingFiles : public UpkeepFiles {
+ public:
+  explicit DyingFiles(int die_at) : die_at_(die_at) {}
+  bool rename(const std::string& from, const std::string& to) override {
+    if (++renames_ == die_at_) _exit(0);
+    return UpkeepFiles::rename(from, to);
+  }
+
+ private:
+  int die_at_, renames_ = 0;
+};
+
+// Runs `work` in a child that dies at the n-th rename of its swap.
+void DieAtRename(int n, const std::function<void(UpkeepFiles&)>& work) {
+  const pid_t child = fork();
+  ASSERT_GE(child, 0);
+  if (child == 0) {
+    DyingFiles files(n);
+    work(files);
+    _exit(1);
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+  ASSERT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << "no rename " << n;
+}
+
+// Stopped at any rename, a restore is finished by the next start and a backup
+// by the next restore from its folder: no file missing, no set part old.
+TEST_F(BackupTest, ASwapStoppedAtAnyRenameIsFinishedAfterwards) {
+  const std::string dest = folder_ + "/backup";
+  platform_.queue_prompt(dest);
+  Backup();
+  const Files old_set = FolderFiles(dest);
+  WriteBytes("film.dat", Bytes("film.dat") + Bytes("film.dat"));
+  ASSERT_TRUE(Savesettings());
+  for (int n = 1; n <= 12; ++n) {
+    SCOPED_TRACE(n);
+    platform_.queue_prompt(dest);
+    DieAtRename(n, [](UpkeepFiles& files) { Backup(files); });
+    platform_.prompts.clear();
+    const Files shop = FolderFiles(".");
+
+    // A backup that stopped leaves its list: the restore from it finishes it first.
+    platform_.clear_record();
+    platform_.queue_file(dest + "/wr.cfg");
+    Restore();
+    ASSERT_EQ(platform_.shown(),
+              std::vector<std::string>{"Restore complete: TILO will now close down"});
+    for (const char* name : {"film.dat", "member.dat", "mans.dat", "resn.dat"})
+      EXPECT_EQ(Bytes(dest + "/" + name), shop.at(name)) << name;
+
+    // A restore that stopped: the next start puts the whole set in.
+    Makelogdirs();
+    platform_.queue_file(dest + "/wr.cfg");
+    DieAtRename(n, [](UpkeepFiles& files) { Restore(files); });
+    platform_.files.clear();
+    platform_.clear_record();
+    ResetState();
+    ASSERT_TRUE(OpenStore());
+    EXPECT_EQ(platform_.shown(), std::vector<std::string>{});
+    for (const char* name : {"film.dat", "member.dat", "mans.dat", "resn.dat"})
+      EXPECT_EQ(Bytes(name), Bytes(dest + "/" + name)) << name;
+    EXPECT_EQ(G().settings.transaction_number, 1);
+    EXPECT_FALSE(fs::exists(kRestoreStaging));
+    EXPECT_EQ(FolderFiles(dest).size(), old_set.size());
+  }
 }
 
 // The checks that come before any copy, and the shop's own folder on either side.
