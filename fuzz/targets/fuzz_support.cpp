@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+#include "fuzz_support.h"
+
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+#include "core/settings.h"
+#include "core/startup.h"
+#include "core/state.h"
+
+namespace tilo::fuzz {
+namespace {
+
+std::string MakeFolder() {
+  const char* tmp = std::getenv("TMPDIR");
+  std::string pattern = std::string(tmp && *tmp ? tmp : "/tmp") + "/tilo-fuzz-XXXXXX";
+  if (!::mkdtemp(pattern.data())) {
+    std::perror("mkdtemp");
+    std::abort();
+  }
+  return pattern + "/";
+}
+
+}  // namespace
+
+const std::string& RunFolder() {
+  static const std::string folder = MakeFolder();
+  return folder;
+}
+
+ScriptedPlatform& StartRun(std::unique_ptr<ScriptedPlatform> own) {
+  namespace fs = std::filesystem;
+  const std::string& folder = RunFolder();
+  if (::chdir(folder.c_str()) != 0) std::abort();
+  std::error_code ignored;
+  for (const auto& entry : fs::directory_iterator(folder, ignored))
+    fs::remove_all(entry.path(), ignored);
+  static std::unique_ptr<ScriptedPlatform> platform;
+  install_platform(nullptr);
+  platform = own ? std::move(own) : std::make_unique<ScriptedPlatform>();
+  install_platform(platform.get());
+  ResetState();
+  return *platform;
+}
+
+std::vector<std::string_view> SplitFiles(const uint8_t* data, size_t size, size_t count) {
+  std::string_view rest(reinterpret_cast<const char*>(data), size);
+  std::vector<std::string_view> parts;
+  while (parts.size() + 1 < count) {
+    const size_t at = rest.find(kFileSeparator);
+    if (at == std::string_view::npos) break;
+    parts.push_back(rest.substr(0, at));
+    rest.remove_prefix(at + kFileSeparator.size());
+  }
+  parts.push_back(rest);
+  return parts;
+}
+
+void MakeShop() {
+  if (!Firstrunsettings() || !OpenStore()) {
+    std::fputs("tilo fuzz: a fresh shop did not open\n", stderr);
+    std::abort();
+  }
+}
+
+void PutFile(const std::string& path, std::string_view bytes) {
+  const std::filesystem::path p(path);
+  if (p.has_parent_path()) std::filesystem::create_directories(p.parent_path());
+  std::ofstream out(path, std::ios::binary | std::ios::trunc);
+  out.write(bytes.data(), std::streamsize(bytes.size()));
+}
+
+std::string_view WholeRecords(std::string_view bytes, size_t record_size) {
+  return bytes.substr(0, bytes.size() - bytes.size() % record_size);
+}
+
+}  // namespace tilo::fuzz
