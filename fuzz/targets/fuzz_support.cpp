@@ -40,6 +40,12 @@ ScriptedPlatform& StartRun(std::unique_ptr<ScriptedPlatform> own) {
   for (const auto& entry : fs::directory_iterator(folder, ignored))
     fs::remove_all(entry.path(), ignored);
   static std::unique_ptr<ScriptedPlatform> platform;
+  // TILO_FUZZ_VERBOSE=1 shows what the operator would have seen on each input,
+  // to tell how far a seed gets.
+  static const bool verbose = std::getenv("TILO_FUZZ_VERBOSE") != nullptr;
+  if (platform && verbose)
+    for (const std::string& shown : platform->shown())
+      std::fprintf(stderr, "  [%s]\n", shown.c_str());
   install_platform(nullptr);
   platform = own ? std::move(own) : std::make_unique<ScriptedPlatform>();
   install_platform(platform.get());
