@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 
 #include "core/settings.h"
 #include "core/startup.h"
@@ -32,13 +33,20 @@ const std::string& RunFolder() {
   return folder;
 }
 
-ScriptedPlatform& StartRun(std::unique_ptr<ScriptedPlatform> own) {
+namespace {
+void EmptyFolder() {
   namespace fs = std::filesystem;
+  std::error_code ignored;
+  for (const auto& entry : fs::directory_iterator(RunFolder(), ignored))
+    fs::remove_all(entry.path(), ignored);
+}
+
+}  // namespace
+
+ScriptedPlatform& StartRun(std::unique_ptr<ScriptedPlatform> own) {
   const std::string& folder = RunFolder();
   if (::chdir(folder.c_str()) != 0) std::abort();
-  std::error_code ignored;
-  for (const auto& entry : fs::directory_iterator(folder, ignored))
-    fs::remove_all(entry.path(), ignored);
+  EmptyFolder();
   static std::unique_ptr<ScriptedPlatform> platform;
   // TILO_FUZZ_VERBOSE=1 shows what the operator would have seen on each input,
   // to tell how far a seed gets.
@@ -66,11 +74,40 @@ std::vector<std::string_view> SplitFiles(const uint8_t* data, size_t size, size_
   return parts;
 }
 
+namespace {
+
+[[noreturn]] void NoShop() {
+  std::fputs("tilo fuzz: a fresh shop did not open\n", stderr);
+  std::abort();
+}
+
+// The files of a fresh shop after its first start and close-down, made once:
+// writing them out again is far quicker than a first start at every input. The
+// stock pictures are left out; a missing picture only shows nothing.
+const std::vector<std::pair<std::string, std::string>>& ShopFiles() {
+  static const auto files = [] {
+    namespace fs = std::filesystem;
+    if (!Firstrunsettings() || !OpenStore()) NoShop();
+    Closedown();
+    std::vector<std::pair<std::string, std::string>> kept;
+    for (const auto& entry : fs::directory_iterator(RunFolder())) {
+      const std::string name = entry.path().filename().string();
+      if (!entry.is_regular_file() || name.ends_with(".bmp")) continue;
+      std::ifstream in(entry.path(), std::ios::binary);
+      kept.emplace_back(name, std::string{std::istreambuf_iterator<char>(in), {}});
+    }
+    EmptyFolder();
+    ResetState();
+    return kept;
+  }();
+  return files;
+}
+
+}  // namespace
+
 void MakeShop() {
-  if (!Firstrunsettings() || !OpenStore()) {
-    std::fputs("tilo fuzz: a fresh shop did not open\n", stderr);
-    std::abort();
-  }
+  for (const auto& [name, bytes] : ShopFiles()) PutFile(name, bytes);
+  if (!OpenStore()) NoShop();
 }
 
 void PutFile(const std::string& path, std::string_view bytes) {
