@@ -23,6 +23,13 @@ std::string MakeFolder() {
     std::perror("mkdtemp");
     std::abort();
   }
+  static std::string made;
+  made = pattern;
+  // The folder goes when the run ends, so runs leave no shops behind in $TMPDIR.
+  std::atexit([] {
+    std::error_code ignored;
+    std::filesystem::remove_all(made, ignored);
+  });
   return pattern + "/";
 }
 
