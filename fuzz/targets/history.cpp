@@ -1,17 +1,22 @@
 // SPDX-License-Identifier: MIT
-// The history tree as the reports, the transaction browser and the log
-// readers take it: a year's transaction index, two days' sales and item logs,
-// a day's closing summary and the activity log, all of any bytes.
+// The history tree as the reports, the statements, the transaction browser and
+// the log readers take it: a year's transaction index, two days' sales and item
+// logs, a day's closing summary, the activity log and a day's goods received,
+// all of any bytes.
 #include <cstring>
 
 #include "core/history.h"
 #include "core/state.h"
 #include "documents/recording_target.h"
+#include "documents/statement.h"
 #include "fuzz_support.h"
+#include "inventory/receiving.h"
 #include "reports/activity_summary.h"
+#include "reports/item_export.h"
 #include "reports/item_summary.h"
 #include "reports/log_print.h"
 #include "reports/log_view.h"
+#include "reports/report_forms.h"
 #include "reports/report_walk.h"
 #include "reports/sales_report.h"
 #include "targets.h"
@@ -33,6 +38,18 @@ void ReadReports(const SalesFilter& filter, const SummaryFilters& filters) {
   if (auto summary = Summarizeitems(Perioddays(start, end), filters)) {
     Summaryrows(*summary);
     Summarytotals(*summary);
+  }
+  std::vector<std::string> rows;
+  for (int day : {kToday - 1, kToday}) Dayitemrows({kYear, kMonth, day}, true, rows);
+  Exportcsv(rows);
+  if (auto entries = Customertransactions(1, start, end)) Statementrows(*entries, 12.5f);
+  const ReportPeriod period{1, kMonth, kYear, 30, kMonth, kYear};
+  const auto received = Receivedlines(period);
+  RecordingTarget target;
+  for (size_t next = 0; next < received.size();) {
+    const size_t before = next;
+    Printreceivedpage(target, received, next);
+    if (next == before) break;
   }
 }
 
@@ -66,7 +83,8 @@ void FuzzHistory(const uint8_t* data, size_t size) {
                                        SalesLogPath(kYear, kMonth, kToday),
                                        ItemsLogPath(kYear, kMonth, kToday),
                                        DailySummaryPath(kYear, kMonth, kToday - 1),
-                                       "bun4.dat"};
+                                       "bun4.dat",
+                                       StockInPath(kYear, kMonth, kToday)};
   if (size < 5) return;
   const uint8_t flags = data[0];
   int32_t number;
