@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The start of the program over any set of data files: the size tests, the
 // three indexes, the settings, the heading lines, the wording, the activity log
-// and the day's roll-over with the reminder diary.
+// and the day's roll-over with the reminder diary; then the stock summary over
+// the items and the close-down.
 #include <cstring>
 
 #include "core/customer_file.h"
@@ -9,6 +10,7 @@
 #include "core/startup.h"
 #include "core/supplier_file.h"
 #include "fuzz_support.h"
+#include "reports/stock_summary.h"
 #include "targets.h"
 
 namespace tilo::fuzz {
@@ -30,7 +32,10 @@ void FuzzStartup(const uint8_t* data, size_t size) {
       bytes = WholeRecords(bytes, kRecordSizes[i]);
     PutFile(kFiles[i], bytes);
   }
-  if (OpenStore()) Closedown();
+  if (!OpenStore()) return;
+  // The stock summary reads every record the start let through.
+  if (auto summary = Stocksummary()) Stocksummaryrows(*summary);
+  Closedown();
 }
 
 }  // namespace tilo::fuzz
