@@ -50,7 +50,20 @@ void EmptyFolder() {
 
 }  // namespace
 
+namespace {
+const std::filesystem::path& StartFolder() {
+  static const std::filesystem::path start = std::filesystem::current_path();
+  return start;
+}
+}  // namespace
+
+void LeaveRun() {
+  std::error_code ignored;
+  std::filesystem::current_path(StartFolder(), ignored);
+}
+
 ScriptedPlatform& StartRun(std::unique_ptr<ScriptedPlatform> own) {
+  StartFolder();
   const std::string& folder = RunFolder();
   if (::chdir(folder.c_str()) != 0) std::abort();
   EmptyFolder();

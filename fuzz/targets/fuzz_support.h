@@ -29,6 +29,9 @@ ScriptedPlatform& StartRun(std::unique_ptr<ScriptedPlatform> own = nullptr);
 // A fresh shop in the run folder, opened as the program opens it at start;
 // aborts when that fails, since then no input could get any further.
 void MakeShop();
+// Goes back to the folder the process started in, so that paths given to it
+// (libFuzzer's inputs and corpora) keep their meaning between inputs.
+void LeaveRun();
 // The private folder, ending in "/".
 const std::string& RunFolder();
 

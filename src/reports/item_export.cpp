@@ -85,12 +85,10 @@ ExportDay Dayitemrows(const CalendarDate& d, bool with_category, std::vector<std
   });
   for (const SalesLogRecord& r : sales) {
     if (r.payment_type[0] == 'P' || r.payment_type[0] == 'R') continue;
-    // Copied out: the records are packed, and lower_bound takes a reference.
-    const int64_t number = r.transaction_number;
-    auto at = std::lower_bound(order.begin(), order.end(), number, [&](uint32_t i, int64_t wanted) {
-      return items[i].transaction_number < wanted;
-    });
-    for (; at != order.end() && items[*at].transaction_number == number; ++at)
+    auto at = std::lower_bound(
+        order.begin(), order.end(), int64_t(r.transaction_number),
+        [&](uint32_t i, int64_t number) { return items[i].transaction_number < number; });
+    for (; at != order.end() && items[*at].transaction_number == r.transaction_number; ++at)
       rows.push_back(Exportrow(items[*at], r, with_category));
   }
   return ExportDay::Done;

@@ -231,15 +231,13 @@ std::optional<ItemSummary> Summarizeitems(const std::vector<CalendarDate>& days,
     auto next = order.begin();  // sales and their lines mostly come in the same order
     for (const SalesLogRecord& r : sales) {
       if (Skipped(r, filters)) continue;
-      // Copied out: the records are packed, and lower_bound takes a reference.
-      const int64_t number = r.transaction_number;
       auto at = next;
-      if (at == order.end() || items[*at].transaction_number != number ||
-          (at != order.begin() && items[*(at - 1)].transaction_number == number))
-        at = std::lower_bound(order.begin(), order.end(), number, [&](uint32_t i, int64_t wanted) {
-          return items[i].transaction_number < wanted;
-        });
-      for (; at != order.end() && items[*at].transaction_number == number; ++at) {
+      if (at == order.end() || items[*at].transaction_number != r.transaction_number ||
+          (at != order.begin() && items[*(at - 1)].transaction_number == r.transaction_number))
+        at = std::lower_bound(
+            order.begin(), order.end(), int64_t(r.transaction_number),
+            [&](uint32_t i, int64_t number) { return items[i].transaction_number < number; });
+      for (; at != order.end() && items[*at].transaction_number == r.transaction_number; ++at) {
         if (collect.full()) break;
         const ItemsLogRecord& line = items[*at];
         if (filters.category_filter != 0 && filters.category_filter != line.category + 1) continue;

@@ -54,12 +54,11 @@ void AddItemDay(const DayLog<SalesLogRecord>& sales, const DayLog<ItemsLogRecord
   });
   for (const SalesLogRecord& r : sales) {
     if (IsPayment(r)) continue;
-    // Copied out: the records are packed, and lower_bound takes a reference.
-    const int64_t number = r.transaction_number;
     auto from = std::lower_bound(
-        lines.begin(), lines.end(), number,
+        lines.begin(), lines.end(), int64_t(r.transaction_number),
         [](const ItemsLogRecord* l, int64_t n) { return l->transaction_number < n; });
-    for (auto it = from; it != lines.end() && (*it)->transaction_number == number; ++it) {
+    for (auto it = from; it != lines.end() && (*it)->transaction_number == r.transaction_number;
+         ++it) {
       const ItemsLogRecord& l = **it;
       sums.add(l.non_taxable, l.taxable, l.tax1, l.tax2, l.line_total);
     }

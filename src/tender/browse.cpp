@@ -2,7 +2,6 @@
 #include "tender/browse.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <cstdio>
 #include <cstring>
 #include <memory>
@@ -25,11 +24,13 @@ constexpr const char* kBusyTitle = "Transactions";
 BrowseView default_view;
 BrowseView* current_view = &default_view;
 
-template <typename To, typename From>
-void CopyField(To& to, const From& from) {
-  static_assert(sizeof to == sizeof from);
-  std::memcpy(&to, &from, sizeof to);
-}
+// The fields of the packed records are copied as bytes: bound to a reference
+// of their own type they could sit at an address that type does not allow.
+#define CopyField(to, from)                    \
+  do {                                         \
+    static_assert(sizeof(to) == sizeof(from)); \
+    std::memcpy(&(to), &(from), sizeof(to));   \
+  } while (0)
 
 std::string Money(float value) {
   return MoneyText(value);
@@ -117,10 +118,8 @@ std::optional<std::vector<std::string>> Discountedlist() {
   const LocalTime today = G().now;
   const auto key = [](int y, int m, int d) { return (int64_t(y) * 12 + m) * 31 + d; };
   const int64_t end = key(today.year, today.month, today.day);
-  // Copied out first: the settings are packed, and std::clamp takes references.
-  const int from_month = s.history_from_month, from_day = s.history_from_day;
-  int year = s.history_from_year, month = std::clamp(from_month, 1, 12);
-  int day = std::max(from_day, 1);
+  int year = s.history_from_year, month = std::clamp(int(s.history_from_month), 1, 12);
+  int day = std::max(int(s.history_from_day), 1);
   const int64_t start = key(year, month, day);
   auto progress = platform().begin_progress("Looking for discounted transactions", kBusyTitle);
   std::vector<std::string> lines;
@@ -217,12 +216,7 @@ void Loadtransaction(const TransactionRecords& t) {
   CopyField(b.reserved_text3, r.reserved_614);
   CopyField(b.reserved_text4, r.reserved_694);
   CopyField(b.reserved_text5, r.reserved_774);
-  // Both sides hold these words at offsets no multiple of 4: copied as bytes,
-  // never through a reference of their own type.
-  static_assert(sizeof b.reserved_words == sizeof r.reserved_854);
-  std::memcpy(reinterpret_cast<char*>(&b) + offsetof(Basket, reserved_words),
-              reinterpret_cast<const char*>(&r) + offsetof(SalesLogRecord, reserved_854),
-              sizeof b.reserved_words);
+  CopyField(b.reserved_words, r.reserved_854);
   CopyField(b.note, r.note);
   // The lines as they were logged; the count the printers go by is theirs.
   int n = 0;

@@ -56,17 +56,15 @@ int32_t Count(int64_t value) {
   return int32_t(std::min<int64_t>(value, INT32_MAX));
 }
 
-// The number fields taken only when above 0, else the field keeps `current`.
-// The records are packed, so the value comes back to be stored: a reference to
-// a field could be misaligned.
-int32_t Positive(int32_t current, const std::string* cell) {
-  return cell && Whole(*cell) > 0 ? Count(Whole(*cell)) : current;
+// The number fields taken only when above 0.
+int32_t Positive(int32_t field, const std::string* cell) {
+  return cell && Whole(*cell) > 0 ? Count(Whole(*cell)) : field;
 }
 
-float Positive(float current, const std::string* cell) {
-  if (!cell) return current;
+float Positive(float field, const std::string* cell) {
+  if (!cell) return field;
   const float value = std::strtof(cell->c_str(), nullptr);
-  return value > 0 ? value : current;
+  return value > 0 ? value : field;
 }
 
 template <size_t N>
