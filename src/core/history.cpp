@@ -191,6 +191,14 @@ std::optional<TransactionRecords> Readtransaction(int year, int month, int day, 
   return found;
 }
 
+namespace {
+// A count kept as a float in wr.cfg, shown whole; one no int can hold (only a
+// damaged file has one) shows as 0 rather than as what the conversion makes of it.
+int Count(float value) {
+  return value >= -2147483648.0f && value < 2147483648.0f ? int(value) : 0;
+}
+}  // namespace
+
 std::string DailySummaryText() {
   const State& g = G();
   const SettingsRecord& s = g.settings;
@@ -223,16 +231,16 @@ std::string DailySummaryText() {
     add("%.2f%%", s.till_takings * 100 / last_week);
   add("\r\nNew customers: %lld", static_cast<long long>(s.new_customers_today));
 
-  add("\r\n\r\nCash sales (%d): %.2f", int(s.count_cash_sales), s.cash_sales);
-  add("\r\nCH sales (%d): %.2f", int(s.count_ch_sales), s.ch_sales);
-  add("\r\nEFT sales (%d): %.2f", int(s.count_eft_sales), s.eft_sales);
-  add("\r\nCredit sales (%d): %.2f", int(s.count_credit_sales), s.credit_sales);
+  add("\r\n\r\nCash sales (%d): %.2f", Count(s.count_cash_sales), s.cash_sales);
+  add("\r\nCH sales (%d): %.2f", Count(s.count_ch_sales), s.ch_sales);
+  add("\r\nEFT sales (%d): %.2f", Count(s.count_eft_sales), s.eft_sales);
+  add("\r\nCredit sales (%d): %.2f", Count(s.count_credit_sales), s.credit_sales);
   add("\r\nTotal: %.2f", s.cash_sales + s.ch_sales + s.eft_sales + s.credit_sales);
 
-  add("\r\n\r\nCash refunds (%d): %.2f", int(s.count_cash_refunds), s.cash_refunds);
-  add("\r\nCH refunds (%d): %.2f", int(s.count_ch_refunds), s.ch_refunds);
-  add("\r\nEFT refunds (%d): %.2f", int(s.count_eft_refunds), s.eft_refunds);
-  add("\r\nCredit refunds (%d): %.2f", int(s.count_credit_refunds), s.credit_refunds);
+  add("\r\n\r\nCash refunds (%d): %.2f", Count(s.count_cash_refunds), s.cash_refunds);
+  add("\r\nCH refunds (%d): %.2f", Count(s.count_ch_refunds), s.ch_refunds);
+  add("\r\nEFT refunds (%d): %.2f", Count(s.count_eft_refunds), s.eft_refunds);
+  add("\r\nCredit refunds (%d): %.2f", Count(s.count_credit_refunds), s.credit_refunds);
   add("\r\nTotal: (%.2f)", s.cash_refunds + s.ch_refunds + s.eft_refunds + s.credit_refunds);
 
   add("\r\n\r\nNontaxable sales: %.2f", s.sales_non_taxable);
@@ -242,9 +250,9 @@ std::string DailySummaryText() {
   add("\r\nTax 2: %.2f", s.sales_tax2);
   add("\r\nTotal: %.2f", s.sales_total);
 
-  add("\r\n\r\nBalance payments cash (%d): %.2f", int(s.count_balance_cash), s.balance_cash);
-  add("\r\nBalance payments CH (%d): %.2f", int(s.count_balance_ch), s.balance_ch);
-  add("\r\nBalance payments EFT (%d): %.2f", int(s.count_balance_eft), s.balance_eft);
+  add("\r\n\r\nBalance payments cash (%d): %.2f", Count(s.count_balance_cash), s.balance_cash);
+  add("\r\nBalance payments CH (%d): %.2f", Count(s.count_balance_ch), s.balance_ch);
+  add("\r\nBalance payments EFT (%d): %.2f", Count(s.count_balance_eft), s.balance_eft);
   add("\r\nTotal: %.2f", s.balance_cash + s.balance_ch + s.balance_eft);
   add("\r\n(Excludes petty cash payments: %.2f)", s.petty_cash_today);
   add("\r\n(Excludes cash back: %.2f)", s.cashback_today);

@@ -75,7 +75,11 @@ std::string PortPath(const std::string& name) {
       if (line.empty() || line[0] == '#') continue;
       size_t eq = line.find('=');
       if (eq == std::string::npos) continue;
-      if (Upper(Trim(line.substr(0, eq))) == key) return Trim(line.substr(eq + 1));
+      if (Upper(Trim(line.substr(0, eq))) != key) continue;
+      // "LPT2=" names no device: the port keeps its usual one, as when the
+      // Device box is cleared.
+      std::string path = Trim(line.substr(eq + 1));
+      if (!path.empty()) return path;
     }
   }
   return DefaultPath(key);

@@ -15,9 +15,11 @@ void Put(char (&field)[N], const std::string& text) {
   std::memcpy(field, text.data(), std::min(text.size(), N - 1));
 }
 
+// A field holds N-1 characters and its terminator, as Put writes it; a file
+// from elsewhere with no terminator reads as the N-1 the form would keep.
 template <size_t N>
 std::string Get(const char (&field)[N]) {
-  return std::string(field, strnlen(field, N));
+  return std::string(field, strnlen(field, N - 1));
 }
 
 }  // namespace

@@ -74,11 +74,12 @@ bool WriteFull(int fd, const char* buffer, int64_t count) {
 
 // The copy read back from disk, block by block, against its source.
 bool SameContent(int source, const std::string& copy, std::vector<char>& a, std::vector<char>& b) {
+  const int64_t block = int64_t(a.size());
   Fd back(::open(copy.c_str(), O_RDONLY | O_CLOEXEC));
   if (back.get() < 0 || ::lseek(source, 0, SEEK_SET) != 0) return false;
   for (;;) {
-    const int64_t n = ReadFull(source, a.data(), kBlock);
-    const int64_t m = ReadFull(back.get(), b.data(), kBlock);
+    const int64_t n = ReadFull(source, a.data(), block);
+    const int64_t m = ReadFull(back.get(), b.data(), block);
     if (n < 0 || n != m) return false;
     if (n == 0) return true;
     if (std::memcmp(a.data(), b.data(), size_t(n)) != 0) return false;
@@ -224,15 +225,20 @@ bool UpkeepFiles::copy_verified(const std::string& from, const std::string& to,
   if (in.get() < 0) return false;
   Fd out(::open(to.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
   if (out.get() < 0) return false;
-  std::vector<char> a(kBlock), b(kBlock);
+  // The blocks need be no bigger than the file: a small shop's files are copied
+  // without clearing megabytes of buffer for each.
+  struct stat info {};
+  const int64_t size = ::fstat(in.get(), &info) == 0 ? int64_t(info.st_size) : kBlock;
+  const int64_t block = std::clamp<int64_t>(size + 1, 4096, kBlock);
+  std::vector<char> a(static_cast<size_t>(block)), b(static_cast<size_t>(block));
   for (int64_t written = 0;;) {
-    const int64_t n = ReadFull(in.get(), a.data(), kBlock);
+    const int64_t n = ReadFull(in.get(), a.data(), block);
     if (n < 0 || !WriteFull(out.get(), a.data(), n) || !tick()) return false;
     // The disk starts on each block at once, so the flush at the end finds
     // little left to write.
     ::sync_file_range(out.get(), written, n, SYNC_FILE_RANGE_WRITE);
     written += n;
-    if (n < kBlock) break;
+    if (n < block) break;
   }
   if (::fdatasync(out.get()) != 0) return false;
   // Dropped from the cache, the read back comes from the disk itself.
