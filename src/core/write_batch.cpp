@@ -193,7 +193,27 @@ bool Redo(const std::vector<WriteBatch::Piece>& pieces) {
   return true;
 }
 
+// The journal stays in place between commits, empty when nothing is pending:
+// a commit then costs one write and one flush, and no change of the folder.
+// It is made (private: it holds the settings' images) the first time only.
+bool WriteJournal(const std::string& bytes) {
+  if (!FileExists(kJournalFile) && !ReplacePrivateFile(kJournalFile, {})) return false;
+  File f(kJournalFile, File::Mode::Write);
+  return f && f.write(bytes) && f.truncate(int64_t(bytes.size())) && f.sync();
+}
+
+// Done with: emptied. A power cut before the emptying reaches the disk only
+// has the next start write the same images again.
+bool ClearJournal() {
+  File f(kJournalFile, File::Mode::Write);
+  return f && f.truncate(0);
+}
+
 }  // namespace
+
+bool JournalPending() {
+  return FileSize(kJournalFile).value_or(0) > 0;
+}
 
 void WriteBatch::Append(std::string path, std::string_view bytes, std::string message,
                         std::string title) {
@@ -246,7 +266,7 @@ bool WriteBatch::Commit() {
   if (pieces_.empty()) return true;
   // A journal left by a failed commit of this run is taken back before anything
   // new is written: nothing in memory ever took its new state.
-  if (FileExists(kJournalFile) && RepairJournal(true) == JournalRepair::Failed)
+  if (JournalPending() && RepairJournal(true) == JournalRepair::Failed)
     return Fail(pieces_.size()), false;
 
   // What every file holds before, to take it back by.
@@ -277,7 +297,10 @@ bool WriteBatch::Commit() {
     p.before.resize(size_t(n));
   }
 
-  if (!ReplacePrivateFile(kJournalFile, Encode(pieces_))) return Fail(pieces_.size()), false;
+  if (!WriteJournal(Encode(pieces_))) {
+    ClearJournal();
+    return Fail(pieces_.size()), false;
+  }
 
   OpenFiles files;
   size_t failed = pieces_.size();
@@ -299,7 +322,7 @@ bool WriteBatch::Commit() {
     else if (pieces_[failed].kind == Kind::Replace)
       written = failed;
     if (UndoAll(pieces_, written)) {
-      RemoveFile(kJournalFile);
+      ClearJournal();
     } else {
       // The next start takes it back rather than finishing it: the writer has
       // told the clerk it did not happen.
@@ -310,24 +333,21 @@ bool WriteBatch::Commit() {
     return false;
   }
   SyncNewNames(pieces_);
-  // A journal that outlives a power cut is only finished once more: no need to
-  // flush its removal.
-  RemoveFile(kJournalFile);
+  ClearJournal();
   return true;
 }
 
 JournalRepair RepairJournal(bool take_back) {
   RemoveFile(std::string(kJournalFile) + ".new");
-  if (!FileExists(kJournalFile)) return JournalRepair::None;
+  if (!JournalPending()) return JournalRepair::None;
   auto bytes = ReadWholeFile(kJournalFile);
   if (!bytes) return JournalRepair::Failed;
   char direction = kForward;
   auto pieces = Decode(*bytes, &direction);
-  if (!pieces) return RemoveFile(kJournalFile) ? JournalRepair::Discarded : JournalRepair::Failed;
+  if (!pieces) return ClearJournal() ? JournalRepair::Discarded : JournalRepair::Failed;
   const bool back = take_back || direction == kBack;
   if (!(back ? UndoAll(*pieces, pieces->size()) : Redo(*pieces))) return JournalRepair::Failed;
-  RemoveFile(kJournalFile);
-  SyncFolder(".");
+  if (!ClearJournal()) return JournalRepair::Failed;
   return back ? JournalRepair::TakenBack : JournalRepair::Finished;
 }
 

@@ -4,7 +4,7 @@
 // whole-file replacements in a WriteBatch and commits them at once. The commit
 // first puts a journal beside the data (commit.jnl: the size of every appended
 // file before, the image of every record and file after and before, its length
-// and checksum), then writes the files, flushes each once and removes the
+// and checksum), then writes the files, flushes each once and empties the
 // journal. A kill in between leaves the journal, and the next start finishes
 // the job; a write that fails takes back what was written before it.
 #pragma once
@@ -67,6 +67,9 @@ class WriteBatch {
   std::vector<Piece> pieces_;
   std::string message_, title_;
 };
+
+// True when commit.jnl holds a commit not yet finished or taken back.
+bool JournalPending();
 
 // What the start found of an unfinished commit.
 enum class JournalRepair { None, Finished, TakenBack, Discarded, Failed };

@@ -135,7 +135,12 @@ void BatchTransaction(WriteBatch& batch, const SalesLogRecord& r, int year, int 
 }
 
 void BatchSettings(WriteBatch& batch, const SettingsRecord& next) {
-  batch.Replace(kSettingsFile, BytesOf(next), "Data file: wr.cfg, not present.", kFatal);
+  // Written over in place when it is whole: the journal already keeps it from
+  // being torn, and a rename would cost the folder a second flush.
+  if (FileSize(kSettingsFile) == int64_t(sizeof next))
+    batch.Put(kSettingsFile, 0, BytesOf(next), "Data file: wr.cfg, not present.", kFatal);
+  else
+    batch.Replace(kSettingsFile, BytesOf(next), "Data file: wr.cfg, not present.", kFatal);
 }
 
 SalesLogRecord SalesLogRecordOf(const Basket& b) {

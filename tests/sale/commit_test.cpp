@@ -232,7 +232,7 @@ TEST_F(CommitTest, AFileInTheWayStopsTheWholeSaleWithItsMessage) {
   EXPECT_EQ(Item(1).quantity, 10);
   EXPECT_EQ(S().transaction_number, 1);
   EXPECT_EQ(B().line_count, 1);
-  EXPECT_FALSE(FileExists(kJournalFile));
+  EXPECT_FALSE(JournalPending());
 }
 
 }  // namespace
