@@ -240,7 +240,7 @@ void InstallListingHandlers() {
                                        {C::HighestVolume, kInventoryTop},
                                        {C::ListSuppliers, kSupplierList}};
   for (const auto& [command, mode] : screens)
-    SetHandler(command, [mode](int) { Screenlisting(mode); });
+    SetHandler(command, [mode = mode](int) { Screenlisting(mode); });
   const std::pair<C, int> prints[] = {
       {C::PrintCustomersFromNumber, kPrintCustomersFromNumber},
       {C::PrintCustomersAlphabetically, kPrintCustomersAlphabetically},
@@ -255,7 +255,7 @@ void InstallListingHandlers() {
       {C::PrintSuppliers, kPrintSuppliers},
       {C::PrintInventoryByLocation, kPrintInventoryLocation}};
   for (const auto& [command, mode] : prints)
-    SetHandler(command, [mode](int) { Printlistingmode(mode); });
+    SetHandler(command, [mode = mode](int) { Printlistingmode(mode); });
   SetHandler(C::RetailBelowCost, [](int) { Datacostcheck(); });
   InstallStockListHandlers();
 }

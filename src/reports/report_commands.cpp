@@ -224,7 +224,7 @@ void InstallReportCommands() {
                                                    {C::MonthlyItemSummary, SummaryPeriod::Monthly},
                                                    {C::PeriodItemSummary, SummaryPeriod::Period}};
   for (const auto& [c, period] : summaries)
-    SetHandler(c, [period](int) { Itemsummarycommand(period); });
+    SetHandler(c, [period = period](int) { Itemsummarycommand(period); });
   SetHandler(C::ExportDailyItems, [](int) { Exportdailyitems(); });
   SetHandler(C::ExportWeeklyItems, [](int) { Exportweeklyitems(); });
   // The daily items mail attaches today's rows.
