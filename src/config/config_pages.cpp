@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "config/form_rules.h"
+#include "core/packed.h"
 #include "core/state.h"
 #include "core/text.h"
 #include "devices/pole.h"
@@ -51,9 +52,11 @@ FieldRule Tick(std::string key, std::string label, T SettingsRecord::*field, Tic
           Control::Tick,
           0,
           {},
-          [=](SettingsRecord& s) { return Choice(TickShown(int64_t(s.*field), coding) ? 1 : 0); },
+          [=](SettingsRecord& s) {
+            return Choice(TickShown(int64_t(FieldOf(s, field)), coding) ? 1 : 0);
+          },
           [=](SettingsRecord& s, const PageValue& v, const PageValues&) {
-            s.*field = T(TickStored(v.choice == 1, coding));
+            SetField(s, field, T(TickStored(v.choice == 1, coding)));
           },
           nullptr};
 }
@@ -133,10 +136,10 @@ FieldRule Amount(std::string key, std::string label, T SettingsRecord::*field, C
           control,
           9,
           {},
-          [=](SettingsRecord& s) { return Text(Format("%.2f", double(s.*field))); },
+          [=](SettingsRecord& s) { return Text(Format("%.2f", double(FieldOf(s, field)))); },
           [=](SettingsRecord& s, const PageValue& v, const PageValues&) {
             const double n = LeadingReal(BoxBytes(v.text, 9));
-            if (accept(n)) s.*field = T(float(n));
+            if (accept(n)) SetField(s, field, T(float(n)));
           },
           nullptr};
 }

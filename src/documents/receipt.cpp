@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include "core/clock.h"
+#include "core/packed.h"
 #include "core/state.h"
 #include "core/text.h"
 #include "documents/print_job.h"
@@ -454,7 +455,7 @@ int Elementline(int element) {
       &SettingsRecord::custom_line_customer_phone,
   };
   if (element < 0 || element > kLastElement) return 0;
-  return G().settings.*kLines[element];
+  return FieldOf(G().settings, kLines[element]);
 }
 
 std::vector<int> Collapselines(const Basket& b, bool same_description) {

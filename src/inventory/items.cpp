@@ -388,7 +388,8 @@ void Newbundle() {
   OfferNumber(form.record, form.number_blank, true);
   form.record.display_category = 14;
   Setdateadded(form.record, Today());
-  for (int32_t& q : form.record.bundle_quantity) q = 1;
+  for (size_t i = 0; i < std::size(form.record.bundle_quantity); ++i)
+    form.record.bundle_quantity[i] = 1;
   for (;;) {
     if (!inventory_view().edit_bundle(form)) return;
     FilmRecord r = form.record;

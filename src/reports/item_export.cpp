@@ -86,7 +86,7 @@ ExportDay Dayitemrows(const CalendarDate& d, bool with_category, std::vector<std
   for (const SalesLogRecord& r : sales) {
     if (r.payment_type[0] == 'P' || r.payment_type[0] == 'R') continue;
     auto at = std::lower_bound(
-        order.begin(), order.end(), r.transaction_number,
+        order.begin(), order.end(), int64_t(r.transaction_number),
         [&](uint32_t i, int64_t number) { return items[i].transaction_number < number; });
     for (; at != order.end() && items[*at].transaction_number == r.transaction_number; ++at)
       rows.push_back(Exportrow(items[*at], r, with_category));

@@ -235,7 +235,7 @@ std::optional<ItemSummary> Summarizeitems(const std::vector<CalendarDate>& days,
       if (at == order.end() || items[*at].transaction_number != r.transaction_number ||
           (at != order.begin() && items[*(at - 1)].transaction_number == r.transaction_number))
         at = std::lower_bound(
-            order.begin(), order.end(), r.transaction_number,
+            order.begin(), order.end(), int64_t(r.transaction_number),
             [&](uint32_t i, int64_t number) { return items[i].transaction_number < number; });
       for (; at != order.end() && items[*at].transaction_number == r.transaction_number; ++at) {
         if (collect.full()) break;

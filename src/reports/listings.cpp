@@ -441,7 +441,7 @@ int64_t Writebestsellers(int category) {
   std::vector<std::pair<int32_t, uint32_t>> order;
   const ScanEnd end = Scanfilms("Please wait", [&](const FilmRecord& r) {
     if (category != kAllCategories && r.display_category != category) return;
-    order.emplace_back(r.total_sold, uint32_t(rows.size()));
+    order.emplace_back(int32_t(r.total_sold), uint32_t(rows.size()));
     SortRow& s = rows.emplace_back();
     std::memset(&s, 0, sizeof s);
     s.number = r.number;

@@ -55,7 +55,7 @@ void AddItemDay(const DayLog<SalesLogRecord>& sales, const DayLog<ItemsLogRecord
   for (const SalesLogRecord& r : sales) {
     if (IsPayment(r)) continue;
     auto from = std::lower_bound(
-        lines.begin(), lines.end(), r.transaction_number,
+        lines.begin(), lines.end(), int64_t(r.transaction_number),
         [](const ItemsLogRecord* l, int64_t n) { return l->transaction_number < n; });
     for (auto it = from; it != lines.end() && (*it)->transaction_number == r.transaction_number;
          ++it) {

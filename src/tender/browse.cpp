@@ -24,11 +24,13 @@ constexpr const char* kBusyTitle = "Transactions";
 BrowseView default_view;
 BrowseView* current_view = &default_view;
 
-template <typename To, typename From>
-void CopyField(To& to, const From& from) {
-  static_assert(sizeof to == sizeof from);
-  std::memcpy(&to, &from, sizeof to);
-}
+// The fields of the packed records are copied as bytes: bound to a reference
+// of their own type they could sit at an address that type does not allow.
+#define CopyField(to, from)                    \
+  do {                                         \
+    static_assert(sizeof(to) == sizeof(from)); \
+    std::memcpy(&(to), &(from), sizeof(to));   \
+  } while (0)
 
 std::string Money(float value) {
   return MoneyText(value);
@@ -116,8 +118,8 @@ std::optional<std::vector<std::string>> Discountedlist() {
   const LocalTime today = G().now;
   const auto key = [](int y, int m, int d) { return (int64_t(y) * 12 + m) * 31 + d; };
   const int64_t end = key(today.year, today.month, today.day);
-  int year = s.history_from_year, month = std::clamp(s.history_from_month, 1, 12);
-  int day = std::max(s.history_from_day, 1);
+  int year = s.history_from_year, month = std::clamp(int(s.history_from_month), 1, 12);
+  int day = std::max(int(s.history_from_day), 1);
   const int64_t start = key(year, month, day);
   auto progress = platform().begin_progress("Looking for discounted transactions", kBusyTitle);
   std::vector<std::string> lines;

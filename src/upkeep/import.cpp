@@ -57,14 +57,14 @@ int32_t Count(int64_t value) {
 }
 
 // The number fields taken only when above 0.
-void Positive(int32_t& field, const std::string* cell) {
-  if (cell && Whole(*cell) > 0) field = Count(Whole(*cell));
+int32_t Positive(int32_t field, const std::string* cell) {
+  return cell && Whole(*cell) > 0 ? Count(Whole(*cell)) : field;
 }
 
-void Positive(float& field, const std::string* cell) {
-  if (!cell) return;
+float Positive(float field, const std::string* cell) {
+  if (!cell) return field;
   const float value = std::strtof(cell->c_str(), nullptr);
-  if (value > 0) field = value;
+  return value > 0 ? value : field;
 }
 
 template <size_t N>
@@ -253,17 +253,17 @@ std::optional<FilmRecord> ImportedItem(const CsvRow& row, const std::vector<int>
   if (FieldText(r.description).size() < 2) return std::nullopt;
   Text(r.sku1, cell(2), false);
   Text(r.sku2, cell(3), false);
-  Positive(r.cost_price, cell(4));
+  r.cost_price = Positive(r.cost_price, cell(4));
   if (cell(5) && Whole(*cell(5)) >= 0 && Whole(*cell(5)) <= 17)
     r.display_category = int32_t(Whole(*cell(5)));
-  Positive(r.retail_price, cell(6));
-  Positive(r.quantity, cell(7));
-  Positive(r.reorder_quantity, cell(8));
+  r.retail_price = Positive(r.retail_price, cell(6));
+  r.quantity = Positive(r.quantity, cell(7));
+  r.reorder_quantity = Positive(r.reorder_quantity, cell(8));
   if (cell(9) && Whole(*cell(9)) > 0) r.tax = Whole(*cell(9)) > 3 ? 1 : int32_t(Whole(*cell(9)));
   Text(r.order_code, cell(10), false);
-  Positive(r.order_quantity, cell(11));
-  Positive(r.minimum_order, cell(12));
-  Positive(r.trade_price, cell(13));
+  r.order_quantity = Positive(r.order_quantity, cell(11));
+  r.minimum_order = Positive(r.minimum_order, cell(12));
+  r.trade_price = Positive(r.trade_price, cell(13));
   Text(r.location, cell(14), false);
   Text(r.website, cell(15), false);
   Text(r.web_image, cell(16), false);
@@ -295,7 +295,7 @@ std::optional<MemberRecord> ImportedCustomer(const CsvRow& row, const std::vecto
   Text(r.shipping_address_4, cell(13), false);
   Text(r.shipping_address_5, cell(14), false);
   Text(r.comment, cell(15), false);
-  Positive(r.group, cell(16));
+  r.group = Positive(r.group, cell(16));
   Text(r.email, cell(17), false);
   return r;
 }
