@@ -88,10 +88,10 @@ FieldRule Number(std::string key, std::string label, T SettingsRecord::*field, i
           Control::Edit,
           box,
           {},
-          [=](SettingsRecord& s) { return Text(std::to_string(int64_t(s.*field))); },
+          [=](SettingsRecord& s) { return Text(std::to_string(int64_t(FieldOf(s, field)))); },
           [=](SettingsRecord& s, const PageValue& v, const PageValues&) {
             const int64_t n = LeadingInteger(BoxBytes(v.text, size_t(box)));
-            if (n >= low && n <= high) s.*field = T(n);
+            if (n >= low && n <= high) SetField(s, field, T(n));
           },
           nullptr};
 }
@@ -105,9 +105,9 @@ FieldRule List(std::string key, std::string label, T SettingsRecord::*field,
           Control::List,
           0,
           std::move(options),
-          [=](SettingsRecord& s) { return Choice(int(s.*field) - offset); },
+          [=](SettingsRecord& s) { return Choice(int(FieldOf(s, field)) - offset); },
           [=](SettingsRecord& s, const PageValue& v, const PageValues&) {
-            if (v.choice >= 0 && v.choice <= last) s.*field = T(v.choice + offset);
+            if (v.choice >= 0 && v.choice <= last) SetField(s, field, T(v.choice + offset));
           },
           nullptr};
 }
@@ -120,9 +120,9 @@ FieldRule NextNumber(std::string key, std::string label, int64_t SettingsRecord:
           Control::Caps,
           15,
           {},
-          [=](SettingsRecord& s) { return Text(std::to_string(s.*field + 1)); },
+          [=](SettingsRecord& s) { return Text(std::to_string(FieldOf(s, field) + 1)); },
           [=](SettingsRecord& s, const PageValue& v, const PageValues&) {
-            s.*field = LeadingInteger(BoxBytes(v.text, 15)) - 1;
+            SetField(s, field, int64_t(LeadingInteger(BoxBytes(v.text, 15)) - 1));
           },
           nullptr};
 }

@@ -74,9 +74,9 @@ void SetFlag(const RightFlag& f, int64_t value) {
   if (f.free_item >= 0)
     s.free_item[f.free_item] = value;
   else if (f.wide)
-    s.*f.wide = value;
+    SetField(s, f.wide, value);
   else
-    s.*f.narrow = int32_t(value);
+    SetField(s, f.narrow, int32_t(value));
 }
 
 }  // namespace
