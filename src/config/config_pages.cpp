@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "config/form_rules.h"
+#include "core/packed.h"
 #include "core/state.h"
 #include "core/text.h"
 #include "devices/pole.h"
@@ -51,9 +52,11 @@ FieldRule Tick(std::string key, std::string label, T SettingsRecord::*field, Tic
           Control::Tick,
           0,
           {},
-          [=](SettingsRecord& s) { return Choice(TickShown(int64_t(s.*field), coding) ? 1 : 0); },
+          [=](SettingsRecord& s) {
+            return Choice(TickShown(int64_t(FieldOf(s, field)), coding) ? 1 : 0);
+          },
           [=](SettingsRecord& s, const PageValue& v, const PageValues&) {
-            s.*field = T(TickStored(v.choice == 1, coding));
+            SetField(s, field, T(TickStored(v.choice == 1, coding)));
           },
           nullptr};
 }
@@ -85,10 +88,10 @@ FieldRule Number(std::string key, std::string label, T SettingsRecord::*field, i
           Control::Edit,
           box,
           {},
-          [=](SettingsRecord& s) { return Text(std::to_string(int64_t(s.*field))); },
+          [=](SettingsRecord& s) { return Text(std::to_string(int64_t(FieldOf(s, field)))); },
           [=](SettingsRecord& s, const PageValue& v, const PageValues&) {
             const int64_t n = LeadingInteger(BoxBytes(v.text, size_t(box)));
-            if (n >= low && n <= high) s.*field = T(n);
+            if (n >= low && n <= high) SetField(s, field, T(n));
           },
           nullptr};
 }
@@ -102,9 +105,9 @@ FieldRule List(std::string key, std::string label, T SettingsRecord::*field,
           Control::List,
           0,
           std::move(options),
-          [=](SettingsRecord& s) { return Choice(int(s.*field) - offset); },
+          [=](SettingsRecord& s) { return Choice(int(FieldOf(s, field)) - offset); },
           [=](SettingsRecord& s, const PageValue& v, const PageValues&) {
-            if (v.choice >= 0 && v.choice <= last) s.*field = T(v.choice + offset);
+            if (v.choice >= 0 && v.choice <= last) SetField(s, field, T(v.choice + offset));
           },
           nullptr};
 }
@@ -117,9 +120,9 @@ FieldRule NextNumber(std::string key, std::string label, int64_t SettingsRecord:
           Control::Caps,
           15,
           {},
-          [=](SettingsRecord& s) { return Text(std::to_string(s.*field + 1)); },
+          [=](SettingsRecord& s) { return Text(std::to_string(FieldOf(s, field) + 1)); },
           [=](SettingsRecord& s, const PageValue& v, const PageValues&) {
-            s.*field = LeadingInteger(BoxBytes(v.text, 15)) - 1;
+            SetField(s, field, int64_t(LeadingInteger(BoxBytes(v.text, 15)) - 1));
           },
           nullptr};
 }
@@ -133,10 +136,10 @@ FieldRule Amount(std::string key, std::string label, T SettingsRecord::*field, C
           control,
           9,
           {},
-          [=](SettingsRecord& s) { return Text(Format("%.2f", double(s.*field))); },
+          [=](SettingsRecord& s) { return Text(Format("%.2f", double(FieldOf(s, field)))); },
           [=](SettingsRecord& s, const PageValue& v, const PageValues&) {
             const double n = LeadingReal(BoxBytes(v.text, 9));
-            if (accept(n)) s.*field = T(float(n));
+            if (accept(n)) SetField(s, field, T(float(n)));
           },
           nullptr};
 }

@@ -52,12 +52,13 @@ constexpr std::array<const char*, kTipCount> kTips = {
 }  // namespace
 
 std::string Nexttip() {
-  int32_t& number = G().settings.tip_number;
+  int32_t number = G().settings.tip_number;
   // A number from an old or damaged file starts the series again rather than
   // reading past the table.
   if (number < 0 || number >= kTipCount) number = 0;
   std::string tip = kTips[size_t(number)];
   if (++number >= kTipCount) number = 0;
+  G().settings.tip_number = number;
   return tip;
 }
 

@@ -137,10 +137,9 @@ bool ShowsBalance(CustomerLayout layout) {
 }
 
 int64_t NextFreeCustomer() {
-  int64_t& last = G().settings.last_customer_number;
-  int64_t base = last + 1;
+  int64_t base = G().settings.last_customer_number + 1;
   if (base < 1) {
-    last = 0;
+    G().settings.last_customer_number = 0;
     base = 1;
   }
   const NumberIndex& index = G().members.index;

@@ -30,7 +30,7 @@ void Direct(const SettingsRecord& s) {
   // translation of a terminal is switched off, so the character arrives as it is.
   port.MakeRaw();
   // The form allows 1 to 10; a damaged record must not make a huge buffer.
-  const size_t repeat = size_t(std::clamp<int64_t>(s.drawer_repeat, 0, 255));
+  const size_t repeat = size_t(std::clamp(int64_t{s.drawer_repeat}, int64_t{0}, int64_t{255}));
   std::vector<uint8_t> bytes(repeat, uint8_t(s.drawer_open_char & 0xff));
   const bool written = port.Write(bytes.data(), bytes.size());
   port.Close();

@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include "core/clock.h"
+#include "core/packed.h"
 #include "core/state.h"
 #include "core/text.h"
 #include "documents/print_job.h"
@@ -353,7 +354,7 @@ void CustomReceipt(Page& p, const std::vector<int>& count) {
     const bool address = e >= 23;
     if (e == 6) {
       // The date has no "omit": a line of 0 puts it on the top row.
-      top = std::max(top, s.custom_line_date);
+      top = std::max(top, int32_t(s.custom_line_date));
       p.target.text_out(p.half, (p.base + s.custom_line_date) * p.line_height,
                         FieldText(b.sale_time) + "  " + FieldText(b.sale_date));
       continue;
@@ -409,13 +410,13 @@ void CustomReceipt(Page& p, const std::vector<int>& count) {
   const std::string note = FieldText(b.note);
   if (s.custom_line_note != 0 && !note.empty()) {
     p.Centred(p.base + s.custom_line_note, note);
-    top = std::max(top, s.custom_line_note);
+    top = std::max(top, int32_t(s.custom_line_note));
   }
 
   if (On(s.custom_barcode)) {
     Printbarcode(p.target, top + p.base + 2);
   } else {
-    const int blank = std::clamp(s.custom_blank_lines, 0, 19);
+    const int blank = std::clamp(int(s.custom_blank_lines), 0, 19);
     for (int j = 0; j <= blank; ++j) p.Centred(top + p.base + 2 + j, kFeedRow);
   }
 }
@@ -454,7 +455,7 @@ int Elementline(int element) {
       &SettingsRecord::custom_line_customer_phone,
   };
   if (element < 0 || element > kLastElement) return 0;
-  return G().settings.*kLines[element];
+  return FieldOf(G().settings, kLines[element]);
 }
 
 std::vector<int> Collapselines(const Basket& b, bool same_description) {

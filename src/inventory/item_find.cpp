@@ -70,7 +70,7 @@ int64_t DescriptionByList(std::string pattern, bool view) {
     char tail[64];
     std::snprintf(tail, sizeof tail, " (%d) %.2f", r.quantity, double(r.retail_price));
     rows.push_back(std::to_string(r.number) + ", " + Cp1252ToUtf8(FieldText(r.description)) + tail);
-    numbers.push_back(r.number);
+    numbers.push_back(int64_t(r.number));
   }
   if (walk.end() == RecordWalk::End::Failed || walk.end() == RecordWalk::End::Cancelled) return 0;
   if (rows.empty()) {

@@ -393,7 +393,10 @@ void Newbundle() {
   OfferNumber(form.record, form.number_blank, true);
   form.record.display_category = 14;
   Setdateadded(form.record, Today());
-  for (int32_t& q : form.record.bundle_quantity) q = 1;
+  // The quantities sit unaligned in the packed record: stored as bytes.
+  int32_t ones[std::size(form.record.bundle_quantity)];
+  std::fill(std::begin(ones), std::end(ones), 1);
+  std::memcpy(&form.record.bundle_quantity, ones, sizeof ones);
   for (;;) {
     if (!inventory_view().edit_bundle(form)) return;
     FilmRecord r = form.record;

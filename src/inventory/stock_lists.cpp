@@ -28,7 +28,7 @@ std::string Format(const char* format, auto... args) {
 bool SellByPassed(const FilmRecord& r, const LocalTime& today) {
   if (r.sell_by_day == 0 || r.sell_by_month == 0 || r.sell_by_year == 0) return false;
   // A sell-by day of today is still good: only an earlier date has expired.
-  return std::tuple(r.sell_by_year + 2011, r.sell_by_month, r.sell_by_day) <
+  return std::tuple(r.sell_by_year + 2011, int32_t(r.sell_by_month), int32_t(r.sell_by_day)) <
          std::tuple(today.year, today.month, today.day);
 }
 
@@ -154,7 +154,7 @@ std::optional<std::vector<std::string>> Stocklistrows(StockList list) {
   // time, then put in order by number; the rows are the same, the reads far fewer.
   std::vector<std::pair<int64_t, std::string>> found;
   const ScanEnd end = Scanfilms(Stocklisttitle(list), [&](const FilmRecord& r) {
-    if (Onstocklist(list, r, today)) found.emplace_back(r.number, Stocklistrow(list, r));
+    if (Onstocklist(list, r, today)) found.emplace_back(int64_t(r.number), Stocklistrow(list, r));
   });
   if (end == ScanEnd::Unreadable) Message("Unable to read film.dat", "Problem");
   if (end != ScanEnd::Finished) return std::nullopt;

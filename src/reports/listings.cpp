@@ -22,6 +22,14 @@
 namespace tilo {
 namespace {
 
+// A record out of a reader's byte buffer, copied rather than cast in place.
+template <class Record>
+Record RecordAt(const char* p) {
+  Record r;
+  std::memcpy(&r, p, sizeof r);
+  return r;
+}
+
 ListingView silent_view;
 ListingView* current_view = &silent_view;
 
@@ -107,10 +115,10 @@ std::string CategoryText(int32_t display_category) {
 // The test of a mode on a record; none lets every live record through.
 std::function<bool(const char*)> Selection(int mode, const PrintChoice& c) {
   auto film = [](auto test) {
-    return [test](const char* p) { return test(*reinterpret_cast<const FilmRecord*>(p)); };
+    return [test](const char* p) { return test(RecordAt<FilmRecord>(p)); };
   };
   auto member = [](auto test) {
-    return [test](const char* p) { return test(*reinterpret_cast<const MemberRecord*>(p)); };
+    return [test](const char* p) { return test(RecordAt<MemberRecord>(p)); };
   };
   switch (mode) {
     case kPrintInventoryCategory:
@@ -263,9 +271,9 @@ ListFill IndexFill(int mode, int64_t from, const PrintChoice& choice) {
     while (int(rows.size()) < kListRows && (more = reader->Next(kHighestNumber))) {
       const char* p = reader->record();
       if (mode == kSupplierList)
-        rows.push_back(SupplierRow(*reinterpret_cast<const MansRecord*>(p)));
+        rows.push_back(SupplierRow(RecordAt<MansRecord>(p)));
       else if (mode == kCustomersOverdue) {
-        const MemberRecord& m = *reinterpret_cast<const MemberRecord*>(p);
+        const MemberRecord m = RecordAt<MemberRecord>(p);
         std::vector<ListRow> group = OverdueRows(m, G().now);
         group.insert(group.begin(), Customerrow(m, mode));
         // A customer and the loans under it stay on one page, when a page holds them.
@@ -276,9 +284,9 @@ ListFill IndexFill(int mode, int64_t from, const PrintChoice& choice) {
         group.resize(std::min(group.size(), size_t(kListRows)));
         rows.insert(rows.end(), group.begin(), group.end());
       } else if (mode < 200)
-        rows.push_back(Customerrow(*reinterpret_cast<const MemberRecord*>(p), mode));
+        rows.push_back(Customerrow(RecordAt<MemberRecord>(p), mode));
       else
-        rows.push_back(ItemRow(*reinterpret_cast<const FilmRecord*>(p)));
+        rows.push_back(ItemRow(RecordAt<FilmRecord>(p)));
     }
     reader->Pause();
     at_end = !more || reader->slot() >= FileOf(mode).index.size();
@@ -339,11 +347,11 @@ class IndexSource : public ListingSource {
   void Draw(ListingPage& page) override {
     const char* p = reader_.record();
     if (mode_ == kPrintSuppliers)
-      DrawSupplier(page, *reinterpret_cast<const MansRecord*>(p));
+      DrawSupplier(page, RecordAt<MansRecord>(p));
     else if (mode_ < 200)
-      DrawCustomer(page, *reinterpret_cast<const MemberRecord*>(p), mode_);
+      DrawCustomer(page, RecordAt<MemberRecord>(p), mode_);
     else
-      DrawItem(page, *reinterpret_cast<const FilmRecord*>(p), mode_, choice_.fields);
+      DrawItem(page, RecordAt<FilmRecord>(p), mode_, choice_.fields);
   }
 
  private:
@@ -433,7 +441,7 @@ int64_t Writebestsellers(int category) {
   std::vector<std::pair<int32_t, uint32_t>> order;
   const ScanEnd end = Scanfilms("Please wait", [&](const FilmRecord& r) {
     if (category != kAllCategories && r.display_category != category) return;
-    order.emplace_back(r.total_sold, uint32_t(rows.size()));
+    order.emplace_back(int32_t(r.total_sold), uint32_t(rows.size()));
     SortRow& s = rows.emplace_back();
     std::memset(&s, 0, sizeof s);
     s.number = r.number;

@@ -215,7 +215,7 @@ void Takingsamendment() {
   if (!index) return;
   SettingsRecord& s = G().settings;
   const TakingsDate date = DaysBefore(Today(), *index);
-  double& slot = *index == 0 ? s.till_takings : s.takings_history[*index];
+  double slot = *index == 0 ? double(s.till_takings) : double(s.takings_history[*index]);
   std::optional<std::string> text;
   if (*index == 0) {
     text = platform().prompt("Takings", "Today", Format("%.2f", slot));
@@ -232,6 +232,10 @@ void Takingsamendment() {
     return;
   }
   slot = *value;
+  if (*index == 0)
+    s.till_takings = slot;
+  else
+    s.takings_history[*index] = slot;
   if (!Savesettings()) Message("Unable to save settings", "Problem");
 
   char tail[120];

@@ -17,9 +17,10 @@ std::array<CategoryUnits, kUnitCategories> UnitsByCategory(const SettingsRecord&
     CategoryUnits& r = rows[c];
     r.code = CategoryCode(s, c + 1);
     if (c < 9)
-      r.units = month ? s.category_units_month_a[c] : s.category_units_day_a[c];
+      r.units = month ? int32_t(s.category_units_month_a[c]) : int32_t(s.category_units_day_a[c]);
     else
-      r.units = month ? s.category_units_month_b[c - 9] : s.category_units_day_b[c - 9];
+      r.units =
+          month ? int32_t(s.category_units_month_b[c - 9]) : int32_t(s.category_units_day_b[c - 9]);
     r.total = s.category_total_today[c];
     // The history slot of a category is days ago: slot 1 is yesterday, so the
     // month's earlier days are slots 1 to today's day less 1.

@@ -326,8 +326,7 @@ void Clearbasket() {
 }
 
 void Toggletrade() {
-  int64_t& mode = G().settings.trade_mode;
-  mode = mode == 0 ? 2 : 0;
+  G().settings.trade_mode = G().settings.trade_mode == 0 ? 2 : 0;
   sale_events().totals_changed();
 }
 

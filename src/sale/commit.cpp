@@ -25,11 +25,13 @@ constexpr const char* kProblem = "Problem";
 constexpr const char* kFatal = "Fatal error";
 constexpr int64_t kNonInventoryCategory = 18;
 
-template <typename To, typename From>
-void CopyField(To& to, const From& from) {
-  static_assert(sizeof to == sizeof from);
-  std::memcpy(&to, &from, sizeof to);
-}
+// The fields of the packed records are copied as bytes: bound to a reference
+// of their own type they could sit at an address that type does not allow.
+#define CopyField(to, from)                    \
+  do {                                         \
+    static_assert(sizeof(to) == sizeof(from)); \
+    std::memcpy(&(to), &(from), sizeof(to));   \
+  } while (0)
 
 std::string Decimal(int64_t n) {
   return std::to_string(static_cast<long long>(n));

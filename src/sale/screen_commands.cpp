@@ -4,6 +4,7 @@
 
 #include "core/customer_file.h"
 #include "core/inventory.h"
+#include "core/packed.h"
 #include "core/state.h"
 #include "core/text.h"
 #include "devices/drawer.h"
@@ -28,11 +29,9 @@ CustomerFind& customer_find() {
   return find;
 }
 
-void Toggle(int32_t& flag) {
-  flag = flag == 0 ? 2 : 0;
-}
-void Toggle(int64_t& flag) {
-  flag = flag == 0 ? 2 : 0;
+template <typename T>
+void Toggle(T SettingsRecord::*flag) {
+  SetField(G().settings, flag, T(FieldOf(G().settings, flag) == 0 ? 2 : 0));
 }
 
 void AssociateCustomer() {
@@ -104,16 +103,16 @@ void InstallScreenHandlers() {
   });
   SetHandler(C::AssociateCustomer, [](int) { AssociateCustomer(); });
   SetHandler(C::SoundEffects, [](int) {
-    Toggle(G().settings.sound_off);
+    Toggle(&SettingsRecord::sound_off);
     screen_view().settings_changed();
   });
   SetHandler(C::ButtonTips, [](int) {
-    Toggle(G().settings.button_tips);
+    Toggle(&SettingsRecord::button_tips);
     screen_view().settings_changed();
   });
   // The pictures are scaled again: smoothly and at the screen's density when ticked.
   SetHandler(C::HiResPicture, [](int) {
-    Toggle(G().settings.hires_picture);
+    Toggle(&SettingsRecord::hires_picture);
     screen_view().settings_changed();
     screen_view().quick_select_changed();
   });

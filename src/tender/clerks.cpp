@@ -5,6 +5,7 @@
 
 #include "core/activity_log.h"
 #include "core/clock.h"
+#include "core/packed.h"
 #include "core/settings.h"
 #include "core/state.h"
 #include "core/text.h"
@@ -64,8 +65,8 @@ const RightFlag kRightFlags[kRights] = {
 int64_t FlagValue(const RightFlag& f) {
   const SettingsRecord& s = G().settings;
   if (f.free_item >= 0) return s.free_item[f.free_item];
-  if (f.wide) return s.*f.wide;
-  return s.*f.narrow;
+  if (f.wide) return FieldOf(s, f.wide);
+  return FieldOf(s, f.narrow);
 }
 
 void SetFlag(const RightFlag& f, int64_t value) {
@@ -73,9 +74,9 @@ void SetFlag(const RightFlag& f, int64_t value) {
   if (f.free_item >= 0)
     s.free_item[f.free_item] = value;
   else if (f.wide)
-    s.*f.wide = value;
+    SetField(s, f.wide, value);
   else
-    s.*f.narrow = int32_t(value);
+    SetField(s, f.narrow, int32_t(value));
 }
 
 }  // namespace

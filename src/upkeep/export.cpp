@@ -3,8 +3,10 @@
 
 #include <algorithm>
 #include <cinttypes>
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <vector>
 
 #include "core/customer_file.h"
@@ -481,8 +483,9 @@ Walked WalkRange(const ExportJob& job, IndexedFile& file, size_t slot, int64_t f
       if (block_count == 0) return Message(layout.messages.scan_failed, kProblem), Walked::Failed;
     }
     const char* record = block.data() + (pos - block_first) * size;
-    const auto* item = reinterpret_cast<const FilmRecord*>(record);
-    if (job.category >= 0 && item->display_category != job.category) continue;
+    int32_t category;
+    std::memcpy(&category, record + offsetof(FilmRecord, display_category), sizeof category);
+    if (job.category >= 0 && category != job.category) continue;
     const size_t from = pieces.size();
     ExportRecord(job, record, pieces);
     piece[wanted[i].order] = {from, pieces.size() - from};

@@ -31,15 +31,19 @@ void MarkDeleted(char* record) {
 
 void ClearLoans(RebuildKind kind, char* record) {
   if (kind == RebuildKind::Inventory) {
-    auto* film = reinterpret_cast<FilmRecord*>(record);
-    film->loan_number = 0;
-    std::memset(film->due_back, 0, sizeof film->due_back);
+    FilmRecord film;
+    std::memcpy(&film, record, sizeof film);
+    film.loan_number = 0;
+    std::memset(film.due_back, 0, sizeof film.due_back);
+    std::memcpy(record, &film, sizeof film);
   } else if (kind == RebuildKind::Customers) {
-    auto* member = reinterpret_cast<MemberRecord*>(record);
-    member->tax = 0;
-    std::memset(member->loan_item, 0, sizeof member->loan_item);
-    std::memset(member->loan_out, 0, sizeof member->loan_out);
-    std::memset(member->loan_due, 0, sizeof member->loan_due);
+    MemberRecord member;
+    std::memcpy(&member, record, sizeof member);
+    member.tax = 0;
+    std::memset(member.loan_item, 0, sizeof member.loan_item);
+    std::memset(member.loan_out, 0, sizeof member.loan_out);
+    std::memset(member.loan_due, 0, sizeof member.loan_due);
+    std::memcpy(record, &member, sizeof member);
   }
 }
 

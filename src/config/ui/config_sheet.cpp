@@ -311,7 +311,7 @@ void InstallConfigHandlers() {
       {Command::StorePrintHeading, HeadingForm},
   };
   for (const auto& [command, form] : forms)
-    SetHandler(command, [form](int) {
+    SetHandler(command, [form = form](int) {
       ConfigSheet sheet(TillWindow(), form());
       sheet.exec();
     });

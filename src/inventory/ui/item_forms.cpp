@@ -202,7 +202,7 @@ ItemDialog::ItemDialog(QWidget* parent, const ItemForm& form) : QDialog(parent),
     b->setAutoDefault(false);
     buttons_[text] = b;
     reckoner->addWidget(b);
-    connect(b, &QPushButton::clicked, this, [this, step] {
+    connect(b, &QPushButton::clicked, this, [this, step = step] {
       step(picture_choice_);
       form_.record.own_picture = picture_choice_.own_picture;
       form_.record.stock_picture = picture_choice_.stock_picture;
@@ -237,7 +237,7 @@ ItemDialog::ItemDialog(QWidget* parent, const ItemForm& form) : QDialog(parent),
         std::pair{"&Copy", ItemButton::Copy}, std::pair{"&Next", ItemButton::Next}}) {
     QPushButton* b = Button(this, buttons, text);
     buttons_[text] = b;
-    connect(b, &QPushButton::clicked, this, [this, button] { Press(button); });
+    connect(b, &QPushButton::clicked, this, [this, button = button] { Press(button); });
   }
   buttons_["OK"]->setDefault(true);
   outer->addLayout(buttons);
@@ -564,7 +564,7 @@ ReceiveDialog::ReceiveDialog(QWidget* parent, const ReceiveForm& form) : QDialog
         std::pair{"Cancel", ReceiveButton::Cancel}}) {
     QPushButton* b = Button(this, buttons, text);
     if (button == ReceiveButton::Ok) b->setDefault(true);
-    connect(b, &QPushButton::clicked, this, [this, button] {
+    connect(b, &QPushButton::clicked, this, [this, button = button] {
       pressed_ = button;
       button == ReceiveButton::Cancel ? reject() : accept();
     });

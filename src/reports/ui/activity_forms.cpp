@@ -203,12 +203,12 @@ void ShowStockSummary() {
 void ChooseLogCapacity() {
   QStringList rows;
   for (int n = 0; n < kLogCapacityRows; ++n) rows << Q(LogCapacityRow(n));
-  int32_t& capacity = G().settings.log_capacity;
+  const int32_t capacity = G().settings.log_capacity;
   const int current = capacity >= 0 && capacity < kLogCapacityRows ? capacity : 0;
   bool ok = false;
   const QString chosen = QInputDialog::getItem(MainWindowWidget(), "Log capacity", "Log capacity",
                                                rows, current, false, &ok);
-  if (ok) capacity = int32_t(rows.indexOf(chosen));
+  if (ok) G().settings.log_capacity = int32_t(rows.indexOf(chosen));
 }
 
 // The boxes of the print jobs go first: one still there, even hidden, would

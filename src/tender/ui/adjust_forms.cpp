@@ -346,7 +346,7 @@ NonInventoryForm::NonInventoryForm(QWidget* main_window) : QDialog(main_window) 
   const char* const rows[] = {"1234567890", "QWERTYUIOP", "ASDFGHJKL-", "ZXCVBNM,./"};
   for (int r = 0; r < 4; ++r)
     for (int c = 0; rows[r][c]; ++c) {
-      const QString key(QChar(rows[r][c]));
+      const QString key{QChar(rows[r][c])};
       QPushButton* b = Button(this, key, "key", false);
       connect(b, &QPushButton::clicked, this, [this, key] { Key(key); });
       keyboard->addWidget(b, r, c);
