@@ -206,6 +206,24 @@ int Hold(const IndexedFile& file, int64_t pos, const void* buffer, const char* u
   return 1;
 }
 
+// Writes the record of an add or an amend, or holds it in the batch being
+// gathered; false after the message its failure calls for.
+bool StoreRecord(const IndexedFile& file, int64_t pos, const void* buffer, const char* failed) {
+  const IndexedFileLayout& layout = file.layout();
+  if (const int held = Hold(file, pos, buffer, layout.messages.open_failed, failed))
+    return held > 0;
+  File f(layout.path, File::Mode::Write);
+  if (!f) {
+    Message(layout.messages.open_failed, kFatal);
+    return false;
+  }
+  if (!f.seek(pos * layout.record_size) || !f.write(buffer, layout.record_size) || !f.sync()) {
+    Message(failed, kProblem);
+    return false;
+  }
+  return true;
+}
+
 }  // namespace
 
 bool WriteTogether(IndexedFile& file, const std::function<bool()>& change,
@@ -270,20 +288,7 @@ bool IndexedFile::Insert(const void* buffer) {
   SetKey(pos, KeyOf(buffer));
   ++writes;
 
-  const int held =
-      Hold(*this, pos, buffer, layout_.messages.open_failed, layout_.messages.add_write_failed);
-  if (held < 0) return false;
-  if (held == 0) {
-    File f(layout_.path, File::Mode::Write);
-    if (!f) {
-      Message(layout_.messages.open_failed, kFatal);
-      return false;
-    }
-    if (!f.seek(pos * layout_.record_size) || !f.write(buffer, layout_.record_size) || !f.sync()) {
-      Message(layout_.messages.add_write_failed, kProblem);
-      return false;
-    }
-  }
+  if (!StoreRecord(*this, pos, buffer, layout_.messages.add_write_failed)) return false;
   if (on_record) on_record(pos, buffer);
   ++live;
   if (deleted < 1)
@@ -328,20 +333,7 @@ bool IndexedFile::Rewrite(const void* buffer) {
   }
   const int64_t pos = index[slot].position;
   ++writes;
-  const int held =
-      Hold(*this, pos, buffer, layout_.messages.open_failed, layout_.messages.rewrite_write_failed);
-  if (held < 0) return false;
-  if (held == 0) {
-    File f(layout_.path, File::Mode::Write);
-    if (!f) {
-      Message(layout_.messages.open_failed, kFatal);
-      return false;
-    }
-    if (!f.seek(pos * layout_.record_size) || !f.write(buffer, layout_.record_size) || !f.sync()) {
-      Message(layout_.messages.rewrite_write_failed, kProblem);
-      return false;
-    }
-  }
+  if (!StoreRecord(*this, pos, buffer, layout_.messages.rewrite_write_failed)) return false;
   if (on_record) on_record(pos, buffer);
   position = pos;
   return true;
