@@ -291,6 +291,18 @@ class Session:
         time.sleep(0.3)
         self.key(wid, *(["Right"] * rights + ["Down"] * downs + ["Return"]))
 
+    def back_up(self, wid, folder):
+        """Utilities > File backup into `folder`, answering its closing box."""
+        self.key(wid, "alt+u")
+        time.sleep(0.5)
+        self.xdotool("key", "b")
+        prompt = self.form("File backup")
+        self.key(prompt, "ctrl+a")
+        self.xdotool("type", "--delay", "30", folder)
+        self.xdotool("key", "Return")
+        time.sleep(1.0)
+        self.answer("File backup")
+
     def form(self, title):
         """The window titled `title`, once it is up and has settled."""
         wid = self.find_window(title)

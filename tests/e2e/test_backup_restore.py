@@ -30,14 +30,7 @@ def test(new_session):
     s.pay_cash(wid, "5000")
     film_at_backup = s.file("film.dat")
 
-    utilities(s, wid, "b")
-    prompt = s.find_window("File backup")
-    time.sleep(0.5)
-    s.key(prompt, "ctrl+a")
-    s.xdotool("type", "--delay", "30", backup)
-    s.xdotool("key", "Return")
-    time.sleep(1.0)
-    s.answer("File backup")
+    s.back_up(wid, backup)
     for name in SIX:
         check(os.path.exists(os.path.join(backup, name)), name + " not backed up")
     check(open(os.path.join(backup, "film.dat"), "rb").read() == film_at_backup,

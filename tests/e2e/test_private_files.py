@@ -60,16 +60,7 @@ def run(new_session, home):
     harness.wait_for(lambda: s.printouts(), "receipt in printouts/")
 
     backup = os.path.join(shop, "backup")
-    s.key(wid, "alt+u")
-    time.sleep(0.5)
-    s.xdotool("key", "b")
-    prompt = s.find_window("File backup")
-    time.sleep(0.5)
-    s.key(prompt, "ctrl+a")
-    s.xdotool("type", "--delay", "30", backup)
-    s.xdotool("key", "Return")
-    time.sleep(1.0)
-    s.answer("File backup")
+    s.back_up(wid, backup)
     check(os.path.exists(os.path.join(backup, "film.dat")), "film.dat not backed up")
     check(s.close() == 0, "the second run did not end cleanly")
 
