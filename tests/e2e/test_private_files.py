@@ -8,7 +8,6 @@ import os
 import shutil
 import stat
 import tempfile
-import time
 
 import harness
 from harness import check, find_item, put, put_text
